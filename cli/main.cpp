@@ -1,0 +1,68 @@
+// kestrelpane-cli: the engine without windows.
+//   kestrelpane-cli [--home DIR] [--settings FILE] COMMAND ARGS...
+// Exit codes: 0 success, 1 a failure the program reports, 2 a usage error,
+// 3 the settings were damaged and have been restored (the program would end).
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/cli_prompter.h"
+#include "cli/commands.h"
+#include "platform/qt_settings_store.h"
+
+namespace {
+
+const char* kUsage =
+    "usage: kestrelpane-cli [--home DIR] [--settings FILE] COMMAND ARGS...\n"
+    "commands:\n"
+    "  resave IN.kpn OUT.kpn   load a project and save it again\n"
+    "  actions PROJECT.kpn     list every action program as display lines\n"
+    "  info PROJECT.kpn        applet size, button count and each button's rectangle\n";
+
+std::string ProgramFolder(const std::string& homeFlag) {
+  if (!homeFlag.empty()) return homeFlag;
+  if (const char* env = std::getenv("KESTRELPANE_HOME"); env && *env) return env;
+  std::error_code ec;
+  auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
+  return ec ? std::string(".") : exe.parent_path().string();
+}
+
+std::string Absolute(const std::string& folder) {
+  std::error_code ec;
+  auto p = std::filesystem::absolute(folder, ec);
+  std::string s = ec ? folder : p.lexically_normal().string();
+  while (s.size() > 1 && s.back() == '/') s.pop_back();
+  return s;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::vector<std::string> args(argv + 1, argv + argc);
+  std::string home, settingsFile;
+  size_t i = 0;
+  for (; i < args.size(); ++i) {
+    if (args[i] == "--home" && i + 1 < args.size()) home = args[++i];
+    else if (args[i] == "--settings" && i + 1 < args.size()) settingsFile = args[++i];
+    else if (args[i] == "--help" || args[i] == "-h") {
+      std::cout << kUsage;
+      return 0;
+    } else break;
+  }
+  if (i >= args.size()) {
+    std::cerr << kUsage;
+    return 2;
+  }
+  std::unique_ptr<kp::QtSettingsStore> store =
+      settingsFile.empty() ? std::make_unique<kp::QtSettingsStore>()
+                           : std::make_unique<kp::QtSettingsStore>(settingsFile);
+  kp::DiskFileSystem fs;
+  kp::CliPrompter prompter(std::cerr);
+  kp::ProjectView view;
+  kp::Env env{fs, *store, prompter, view, Absolute(ProgramFolder(home))};
+  std::vector<std::string> rest(args.begin() + static_cast<long>(i) + 1, args.end());
+  return kp::cli::Run(env, prompter, args[i], rest, std::cout, std::cerr);
+}

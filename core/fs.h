@@ -1,0 +1,54 @@
+// All file-system access of the plain layers. Paths are byte strings; on
+// this platform a path is absolute when it starts with "/". Errors are
+// returned as values carrying the system's own text.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kp {
+
+struct IoStatus {
+  bool ok = true;
+  std::string message;  // the failure's text when !ok
+  // Failures that the program treats like "permission denied" or "copy onto
+  // itself" (silenced in copy loops).
+  bool permissionLike = false;
+  explicit operator bool() const { return ok; }
+  static IoStatus Fail(std::string m, bool perm = false) { return {false, std::move(m), perm}; }
+};
+
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+  virtual IoStatus ReadFile(const std::string& path, std::string& out) = 0;
+  // Writes the whole content to a temporary file beside `path` and renames
+  // it over `path` only when complete: on failure the old file is untouched.
+  virtual IoStatus WriteFileAtomic(const std::string& path, std::string_view data) = 0;
+  virtual IoStatus CopyFile(const std::string& from, const std::string& to) = 0;
+  virtual IoStatus RemoveFile(const std::string& path) = 0;
+  virtual IoStatus MakeDir(const std::string& path) = 0;
+  // True when a regular file can be opened for its length.
+  virtual bool FileExists(const std::string& path) = 0;
+  virtual bool DirExists(const std::string& path) = 0;
+  // Names (not paths) of the regular files in a folder.
+  virtual std::vector<std::string> ListFiles(const std::string& dir) = 0;
+  virtual IoStatus ChangeDir(const std::string& path) = 0;
+};
+
+// The real disk.
+class DiskFileSystem : public FileSystem {
+ public:
+  IoStatus ReadFile(const std::string& path, std::string& out) override;
+  IoStatus WriteFileAtomic(const std::string& path, std::string_view data) override;
+  IoStatus CopyFile(const std::string& from, const std::string& to) override;
+  IoStatus RemoveFile(const std::string& path) override;
+  IoStatus MakeDir(const std::string& path) override;
+  bool FileExists(const std::string& path) override;
+  bool DirExists(const std::string& path) override;
+  std::vector<std::string> ListFiles(const std::string& dir) override;
+  IoStatus ChangeDir(const std::string& path) override;
+};
+
+}  // namespace kp

@@ -1,0 +1,107 @@
+#include "tests/support/test_env.h"
+
+#include <atomic>
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+
+namespace kp::test {
+
+Answer ScriptedPrompter::MsgBox(const std::string& text, Buttons buttons, const std::string& title,
+                                Icon) {
+  shown.push_back({"msgbox", title, text, buttons});
+  if (!answers.empty()) {
+    Answer a = answers.front();
+    answers.pop_front();
+    return a;
+  }
+  return (buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel) ? Answer::Yes : Answer::OK;
+}
+
+bool ScriptedPrompter::Notice(const std::string& title, const std::string& text,
+                              const std::string&, bool checked) {
+  shown.push_back({"notice", title, text, Buttons::OK});
+  if (!noticeAnswers.empty()) {
+    bool a = noticeAnswers.front();
+    noticeAnswers.pop_front();
+    return a;
+  }
+  return checked;
+}
+
+void ScriptedPrompter::ProgressShow(const std::string& text) {
+  progressVisible = true;
+  progress.push_back(text);
+}
+
+void ScriptedPrompter::ProgressSet(const std::string& text, int percent) {
+  progress.push_back(text);
+  percents.push_back(percent);
+}
+
+int ScriptedPrompter::CountMsg() const {
+  int n = 0;
+  for (auto& s : shown) n += s.kind == "msgbox";
+  return n;
+}
+
+IoStatus FaultFs::ReadFile(const std::string& path, std::string& out) {
+  if (failRead.count(path)) return IoStatus::Fail("Permission denied", true);
+  return DiskFileSystem::ReadFile(path, out);
+}
+
+IoStatus FaultFs::WriteFileAtomic(const std::string& path, std::string_view data) {
+  ++writes;
+  if (failWrite.count(path)) return IoStatus::Fail("Permission denied", true);
+  return DiskFileSystem::WriteFileAtomic(path, data);
+}
+
+IoStatus FaultFs::CopyFile(const std::string& from, const std::string& to) {
+  if (failCopy.count(from) || failCopy.count(to)) return IoStatus::Fail("Permission denied", true);
+  return DiskFileSystem::CopyFile(from, to);
+}
+
+TempDir::TempDir() {
+  static std::atomic<int> counter{0};
+  auto base = std::filesystem::temp_directory_path() /
+              ("kp_test_" + std::to_string(::getpid()) + "_" + std::to_string(counter++));
+  std::filesystem::remove_all(base);
+  std::filesystem::create_directories(base);
+  path_ = base.string();
+}
+
+TempDir::~TempDir() {
+  std::error_code ec;
+  std::filesystem::remove_all(path_, ec);
+}
+
+void TempDir::write(const std::string& name, const std::string& bytes) const {
+  WriteBytes(file(name), bytes);
+}
+
+std::string TempDir::read(const std::string& name) const { return ReadBytes(file(name)); }
+
+std::string ReadBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream ss;
+  ss << in.rdbuf();
+  return ss.str();
+}
+
+void WriteBytes(const std::string& path, const std::string& bytes) {
+  std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+  std::ofstream out(path, std::ios::binary);
+  out << bytes;
+}
+
+std::string SourcePath(const std::string& rel) { return std::string(KP_SOURCE_DIR) + "/" + rel; }
+
+}  // namespace kp::test
+
+namespace kp {
+void PrintTo(const tButton& b, std::ostream* os) {
+  std::string line;
+  *os << "[" << b.sBName << " type " << b.iBtnType << " x " << b.x << " y " << b.y << "] ";
+  for (int s = 1; s <= 3; ++s) *os << "img" << s << "=" << b.Image[s] << " snd" << s << "=" << b.Snd[s] << " ";
+}
+}  // namespace kp

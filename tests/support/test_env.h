@@ -1,0 +1,97 @@
+// Headless fixtures: a prompter that records every message and answers
+// from a script, a file system that fails on request, a scratch folder.
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/env.h"
+#include "core/model.h"
+#include <ostream>
+
+namespace kp::test {
+
+struct Shown {
+  std::string kind;  // "msgbox", "notice", "progress"
+  std::string title;
+  std::string text;
+  Buttons buttons = Buttons::OK;
+};
+
+class ScriptedPrompter : public Prompter {
+ public:
+  Answer MsgBox(const std::string& text, Buttons buttons, const std::string& title,
+                Icon icon) override;
+  bool Notice(const std::string& title, const std::string& text, const std::string& checkCaption,
+              bool checked) override;
+  void ProgressShow(const std::string& text) override;
+  void ProgressSet(const std::string& text, int percent) override;
+  void ProgressHide() override { progressVisible = false; }
+
+  // Answers given to message boxes, in order; when empty the first button
+  // (OK or Yes) is the answer.
+  std::deque<Answer> answers;
+  // Answers given to notices (the check box's state on close); when empty
+  // the box is left as shown.
+  std::deque<bool> noticeAnswers;
+  std::vector<Shown> shown;  // message boxes and notices
+  std::vector<std::string> progress;  // every progress text, in order
+  std::vector<int> percents;
+  bool progressVisible = false;
+
+  int CountMsg() const;
+  const Shown& Last() const { return shown.back(); }
+};
+
+// The disk, with writes, reads or copies made to fail for chosen paths.
+class FaultFs : public DiskFileSystem {
+ public:
+  IoStatus ReadFile(const std::string& path, std::string& out) override;
+  IoStatus WriteFileAtomic(const std::string& path, std::string_view data) override;
+  IoStatus CopyFile(const std::string& from, const std::string& to) override;
+
+  std::set<std::string> failRead, failWrite, failCopy;
+  int writes = 0;
+};
+
+// A fresh folder under the system's temp folder, removed at the end.
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+  const std::string& path() const { return path_; }
+  std::string file(const std::string& name) const { return path_ + "/" + name; }
+  void write(const std::string& name, const std::string& bytes) const;
+  std::string read(const std::string& name) const;
+
+ private:
+  std::string path_;
+};
+
+// Everything an Env needs, owned together. programFolder is a temp folder.
+struct TestEnv {
+  FaultFs fs;
+  MemorySettings store;
+  ScriptedPrompter prompter;
+  ProjectView view;
+  TempDir home;
+  Env env{fs, store, prompter, view, home.path()};
+};
+
+std::string ReadBytes(const std::string& path);
+void WriteBytes(const std::string& path, const std::string& bytes);
+// Path of a file in the source tree, such as "data/Projects/Demo.kpn".
+std::string SourcePath(const std::string& rel);
+
+}  // namespace kp::test
+
+namespace kp {
+// Readable failure output for whole buttons: the record text shows which
+// field differs.
+void PrintTo(const tButton& b, std::ostream* os);
+}  // namespace kp
