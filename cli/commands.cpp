@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "actions/program.h"
+#include "generate/html_generator.h"
 #include "project/project_file.h"
 
 namespace kp::cli {
@@ -67,6 +68,20 @@ int Info(Env& env, const std::vector<std::string>& a, std::ostream& out) {
   return kOk;
 }
 
+// The code box as the HTML window shows it after its activation: CR LF
+// line ends, written byte for byte.
+int Html(Env& env, const std::vector<std::string>& a, std::ostream& out) {
+  Project p;
+  if (int rc = Load(p, env, a[0])) return rc;
+  GeneratorState st;
+  st.bAddJAR = ReadAddJAR(env);
+  CodeBox txtHTML;
+  HTMLWindowActivate(p, env, st, txtHTML);
+  out.write(txtHTML.text.data(), static_cast<std::streamsize>(txtHTML.text.size()));
+  out.flush();
+  return out ? kOk : kFailure;
+}
+
 struct Command {
   size_t args;
   int (*fn)(Env&, const std::vector<std::string>&, std::ostream&);
@@ -77,7 +92,8 @@ struct Command {
 int Run(Env& env, CliPrompter&, const std::string& command, const std::vector<std::string>& args,
         std::ostream& out, std::ostream& err) {
   static const std::map<std::string, Command> kCommands = {
-      {"resave", {2, Resave}}, {"actions", {1, Actions}}, {"info", {1, Info}}};
+      {"resave", {2, Resave}}, {"actions", {1, Actions}}, {"info", {1, Info}},
+      {"html", {1, Html}}};
   auto it = kCommands.find(command);
   if (it == kCommands.end()) {
     err << "kestrelpane-cli: unknown command '" << command << "'\n";

@@ -20,7 +20,8 @@ const char* kUsage =
     "commands:\n"
     "  resave IN.kpn OUT.kpn   load a project and save it again\n"
     "  actions PROJECT.kpn     list every action program as display lines\n"
-    "  info PROJECT.kpn        applet size, button count and each button's rectangle\n";
+    "  info PROJECT.kpn        applet size, button count and each button's rectangle\n"
+    "  html PROJECT.kpn        the applet's HTML block, as the HTML window shows it\n";
 
 std::string ProgramFolder(const std::string& homeFlag) {
   if (!homeFlag.empty()) return homeFlag;

@@ -23,11 +23,11 @@ int GetStateIndex(const std::string& sState) {
 
 std::string DefaultHTMLbefore() {
   return std::string("<Html>") + sCRLF + "<Head><Title>Kestrel Pane</Title></Head>" + sCRLF +
-         "<Body>" + sCRLF + "<Center>";
+         "<Body>" + sCRLF + "<Center>" + sCRLF + sCRLF;
 }
 
 std::string DefaultHTMLafter() {
-  return std::string("</Center>") + sCRLF + "</Body>" + sCRLF + "</Html>";
+  return std::string(sCRLF) + "</Center>" + sCRLF + "</Body>" + sCRLF + "</Html>";
 }
 
 std::string DefaultHTMLalt() { return "<BLINK><b>" + Lang().NoJava + "</b></BLINK>"; }

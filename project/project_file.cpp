@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "core/conv.h"
@@ -192,9 +193,9 @@ class Resolver {
   std::string operator()(std::string_view field) {
     std::string text(field);
     if (text.empty()) return text;
-    if (!env_.fs.FileExists(text)) {
+    if (!Exists(text)) {
       std::string candidate = folder_ + FileNameOnly(text);
-      if (env_.fs.FileExists(candidate)) text = candidate;
+      if (Exists(candidate)) text = candidate;
     }
     if (!IsAbsolutePath(text)) text = folder_ + text;
     WarnMissing(text);
@@ -202,7 +203,7 @@ class Resolver {
   }
 
   void WarnMissing(const std::string& path) {
-    if (path.empty() || warningsOff_ || env_.fs.FileExists(path)) return;
+    if (path.empty() || warningsOff_ || Exists(path)) return;
     std::string text = std::string("Possible causes:") + sCRLF + " 1. File was moved or deleted." +
                        sCRLF +
                        " 2. Project was created on another machine, and was not exported" + sCRLF +
@@ -225,9 +226,18 @@ class Resolver {
   }
 
  private:
+  // Buttons share their pictures and sounds: each path is looked up on the
+  // disk once per load.
+  bool Exists(const std::string& path) {
+    auto [it, fresh] = known_.try_emplace(path, false);
+    if (fresh) it->second = env_.fs.FileExists(path);
+    return it->second;
+  }
+
   Env& env_;
   std::string folder_;
   bool warningsOff_ = false;
+  std::unordered_map<std::string, bool> known_;
 };
 
 // A failure inside the load, with the button number it happened at.

@@ -163,6 +163,9 @@ struct TableExample {
   const char* display;
 };
 
+// Names the example in test output instead of dumping its bytes.
+void PrintTo(const TableExample& e, std::ostream* os) { *os << e.command; }
+
 std::vector<TableExample> TableExamples() {
   std::vector<TableExample> v;
   {

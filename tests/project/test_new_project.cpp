@@ -88,7 +88,9 @@ TEST(ProjectModel, DefaultsComeFromTheDocumentedTable) {
   EXPECT_EQ(p.iTipHideAfter, 2500);
   EXPECT_EQ(p.sLoading, "Loading...");
   EXPECT_EQ(p.sHTMLalt, "<BLINK><b>Java is disabled in your Browser!</b></BLINK>");
-  EXPECT_EQ(p.sHTMLafter, "</Center>\r\n</Body>\r\n</Html>");
+  EXPECT_EQ(p.sHTMLafter, "\r\n</Center>\r\n</Body>\r\n</Html>");
+  EXPECT_EQ(p.sHTMLbefore,
+            "<Html>\r\n<Head><Title>Kestrel Pane</Title></Head>\r\n<Body>\r\n<Center>\r\n\r\n");
   EXPECT_EQ(p.sSearchImagesFolder, t.home.path() + "/Samples");
   EXPECT_EQ(p.Btn.size(), static_cast<size_t>(kBtnUpperBound + 1));
 }

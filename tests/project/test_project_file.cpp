@@ -364,7 +364,7 @@ TEST(ProjectFile, SaveWritesTheExactLayout) {
       "reserved|||0|10|20|16711680|8388608|0|Loading...|16711680|16777215|10|1|0|1|1|\r\n"
       "\r\n"
       "[Start: sHTMLbefore]\r\n<Html>\r\n<Head><Title>Kestrel Pane</Title></Head>\r\n<Body>\r\n"
-      "<Center>\r\n[End: sHTMLbefore]\r\n"
+      "<Center>\r\n\r\n\r\n[End: sHTMLbefore]\r\n"
       "[Start: sHTMLafter]\r\n</Html>\r\n[End: sHTMLafter]\r\n"
       "\r\n"
       "[Start: kpProjectSettings]\r\nindex.html\r\n\r\n\r\n\r\n/i\r\n/s\r\n\r\n"
