@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/conv.h"
+#include "core/settings.h"
 #include "project/old_formats.h"
 #include "project/project_file.h"
 #include "tests/project/project_fixture.h"
@@ -103,6 +104,7 @@ TEST(OldFormats, ImportedLpmLineFileDoesNotBecomeTheOpenFile) {
   ASSERT_EQ(LoadProject2(q, t.env, t.home.file("imp.lpm")), LoadResult::Loaded);
   EXPECT_EQ(q.AppletWidth, 250);
   EXPECT_EQ(q.sProjectFile, "/before.kpn");
+  EXPECT_EQ(ReadRecentRaw(t.env)[0], "-1");
 }
 
 }  // namespace

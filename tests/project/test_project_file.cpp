@@ -614,3 +614,25 @@ TEST(ProjectFile, LoadShowsProgressAndHidesItAtTheEnd) {
 
 }  // namespace
 }  // namespace kp::test
+
+namespace kp::test {
+namespace {
+
+TEST(ProjectFile, LinesOfAMillionFieldsLoadWithTheExtraFieldsIgnored) {
+  TestEnv t;
+  std::string many;
+  many.reserve(2'000'000);
+  for (int i = 0; i < 1'000'000; ++i) many += "7|";
+  t.home.write("m.kpn", std::string(kProjectHeader) + "\r\n" + many + "\r\n" + many + "\r\n");
+  Project q;
+  // Seven buttons announced by the applet line, one there: the first is
+  // read, the second ends the load in the failure path.
+  ASSERT_EQ(LoadProject2(q, t.env, t.home.file("m.kpn")), LoadResult::Failed);
+  EXPECT_EQ(q.AppletWidth, 7);
+  EXPECT_EQ(q.ButtonCount, 1);
+  EXPECT_EQ(q.button(1).x, 7);
+  EXPECT_EQ(q.button(1).FontSize[3], 7);
+}
+
+}  // namespace
+}  // namespace kp::test
