@@ -139,6 +139,8 @@ std::string EscapeNameField(std::string_view text) {
 }
 
 std::string UnescapeField(std::string_view text) {
+  // Most fields hold no escape at all; the readers call this for every one.
+  if (text.find('&') == std::string_view::npos) return std::string(text);
   std::string s(text);
   s = ReplaceExact(s, "&nbsp", " ");
   s = ReplaceExact(s, "&!0", " ");
@@ -166,6 +168,19 @@ std::string ReplaceAll(std::string_view text, std::string_view find, std::string
                        bool ignoreCase) {
   if (text.empty() || find.empty()) return std::string(text);
   std::string out;
+  if (!ignoreCase) {
+    size_t pos = text.find(find);
+    if (pos == std::string_view::npos) return std::string(text);
+    out.reserve(text.size());
+    size_t from = 0;
+    for (; pos != std::string_view::npos; pos = text.find(find, from)) {
+      out.append(text.substr(from, pos - from));
+      out.append(repl);
+      from = pos + find.size();
+    }
+    out.append(text.substr(from));
+    return out;
+  }
   out.reserve(text.size());
   size_t i = 0;
   while (i < text.size()) {
