@@ -1,23 +1,11 @@
 #include "project/button_line.h"
 
-#include <charconv>
-
 #include "core/conv.h"
+#include "project/fields.h"
 
 namespace kp {
 namespace {
 
-void AddNum(std::string& out, long v) {
-  char buf[24];
-  auto r = std::to_chars(buf, buf + sizeof buf, v);
-  out.append(buf, r.ptr);
-  out.push_back('|');
-}
-void AddText(std::string& out, std::string_view s) {
-  out.append(s);
-  out.push_back('|');
-}
-void AddBool(std::string& out, bool b) { AddText(out, b ? "1" : "0"); }
 // A boolean written in the int form: true is -1.
 void AddBoolAsInt(std::string& out, bool b) { AddText(out, b ? "-1" : "0"); }
 

@@ -2,6 +2,8 @@
 // each "|" ends a field, and characters after the last "|" are dropped.
 #pragma once
 
+#include <charconv>
+#include <string>
 #include <string_view>
 
 namespace kp {
@@ -18,5 +20,18 @@ bool ForEachField(std::string_view line, Fn&& fn) {
   }
   return true;
 }
+
+// Writers of one field and its "|".
+inline void AddNum(std::string& out, long v) {
+  char buf[24];
+  auto r = std::to_chars(buf, buf + sizeof buf, v);
+  out.append(buf, r.ptr);
+  out.push_back('|');
+}
+inline void AddText(std::string& out, std::string_view s) {
+  out.append(s);
+  out.push_back('|');
+}
+inline void AddBool(std::string& out, bool b) { AddText(out, b ? "1" : "0"); }
 
 }  // namespace kp

@@ -1,6 +1,5 @@
 #include "project/project_file.h"
 
-#include <charconv>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -16,17 +15,6 @@
 namespace kp {
 namespace {
 
-void AddNum(std::string& out, long v) {
-  char buf[24];
-  auto r = std::to_chars(buf, buf + sizeof buf, v);
-  out.append(buf, r.ptr);
-  out.push_back('|');
-}
-void AddText(std::string& out, std::string_view s) {
-  out.append(s);
-  out.push_back('|');
-}
-void AddBool(std::string& out, bool b) { AddText(out, b ? "1" : "0"); }
 
 void AppendAppletLine(std::string& out, const Project& p, bool bNamesOnly) {
   AddNum(out, p.AppletWidth);
