@@ -1,12 +1,19 @@
 #include "cli/commands.h"
 
+#include <QImage>
+#include <QString>
 #include <filesystem>
 #include <map>
 #include <ostream>
 
 #include "actions/program.h"
+#include "cli/publish_commands.h"
+#include "core/conv.h"
+#include "core/settings.h"
 #include "generate/html_generator.h"
 #include "project/project_file.h"
+#include "render/scene.h"
+#include "render/text.h"
 
 namespace kp::cli {
 namespace {
@@ -82,28 +89,72 @@ int Html(Env& env, const std::vector<std::string>& a, std::ostream& out) {
   return out ? kOk : kFailure;
 }
 
+// The design window's picture of the applet: background, applet border
+// and every button in the chosen state, stacked in button order.
+int Render(Env& env, const std::vector<std::string>& a, std::ostream&, std::ostream& err) {
+  std::string state = "UP";
+  bool showGrid = false;
+  for (size_t k = 2; k < a.size(); ++k) {
+    if (a[k] == "--grid") {
+      showGrid = true;
+    } else if (a[k] == "--state" && k + 1 < a.size() && GetStateIndex(a[k + 1]) != 0) {
+      state = a[++k];
+    } else {
+      err << "kestrelpane-cli: render PROJECT OUT.png [--state UP|OVER|DOWN] [--grid]\n";
+      return kUsage;
+    }
+  }
+  Project p;
+  if (int rc = Load(p, env, a[0])) return rc;
+  p.sState = state;
+  QtTextMeasure measure;
+  Scene scene(p, env.prompter, measure);
+  scene.grid.bShowGrid = showGrid;
+  scene.grid.bShowGridAsDots = TextToBool(GetParam(env, "bShowGridAsDots"));
+  scene.grid.iGridX = MakeCInt(GetParam(env, "iGridX"), 10);
+  scene.grid.iGridY = MakeCInt(GetParam(env, "iGridY"), 10);
+  scene.grid.lGridColor = MakeCLng(GetParam(env, "lGridColor"), 8421504);
+  scene.SizeDesignToApplet();
+  scene.RepaintAll();
+  const QImage picture = scene.ComposeApplet();
+  const std::string out = LongPath(a[1]);
+  if (picture.isNull() || !picture.save(QString::fromStdString(out), "PNG")) {
+    err << "kestrelpane-cli: cannot write " << out << "\n";
+    return kFailure;
+  }
+  return kOk;
+}
+
+// A command takes (env, args, out); one that reports more than the
+// loader's messages takes err as well.
 struct Command {
-  size_t args;
+  size_t minArgs, maxArgs;
   int (*fn)(Env&, const std::vector<std::string>&, std::ostream&);
+  int (*fnErr)(Env&, const std::vector<std::string>&, std::ostream&, std::ostream&) = nullptr;
 };
 
 }  // namespace
 
-int Run(Env& env, CliPrompter&, const std::string& command, const std::vector<std::string>& args,
-        std::ostream& out, std::ostream& err) {
+int Run(Env& env, CliPrompter& prompter, const std::string& command,
+        const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+  if (int rc = RunPublish(env, prompter, command, args, out, err); rc != kNotPublishCommand)
+    return rc;
   static const std::map<std::string, Command> kCommands = {
-      {"resave", {2, Resave}}, {"actions", {1, Actions}}, {"info", {1, Info}},
-      {"html", {1, Html}}};
+      {"resave", {2, 2, Resave}},       {"actions", {1, 1, Actions}}, {"info", {1, 1, Info}},
+      {"html", {1, 1, Html}},           {"render", {2, 5, nullptr, Render}}};
   auto it = kCommands.find(command);
   if (it == kCommands.end()) {
     err << "kestrelpane-cli: unknown command '" << command << "'\n";
     return kUsage;
   }
-  if (args.size() != it->second.args) {
-    err << "kestrelpane-cli: " << command << " takes " << it->second.args << " argument(s)\n";
+  const Command& c = it->second;
+  if (args.size() < c.minArgs || args.size() > c.maxArgs) {
+    err << "kestrelpane-cli: " << command << " takes " << c.minArgs;
+    if (c.maxArgs != c.minArgs) err << " to " << c.maxArgs;
+    err << " argument(s)\n";
     return kUsage;
   }
-  return it->second.fn(env, args, out);
+  return c.fnErr ? c.fnErr(env, args, out, err) : c.fn(env, args, out);
 }
 
 }  // namespace kp::cli

@@ -2,6 +2,7 @@
 //   kestrelpane-cli [--home DIR] [--settings FILE] COMMAND ARGS...
 // Exit codes: 0 success, 1 a failure the program reports, 2 a usage error,
 // 3 the settings were damaged and have been restored (the program would end).
+#include <QGuiApplication>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -11,6 +12,7 @@
 
 #include "cli/cli_prompter.h"
 #include "cli/commands.h"
+#include "core/launcher.h"
 #include "platform/qt_settings_store.h"
 
 namespace {
@@ -21,7 +23,20 @@ const char* kUsage =
     "  resave IN.kpn OUT.kpn   load a project and save it again\n"
     "  actions PROJECT.kpn     list every action program as display lines\n"
     "  info PROJECT.kpn        applet size, button count and each button's rectangle\n"
-    "  html PROJECT.kpn        the applet's HTML block, as the HTML window shows it\n";
+    "  html PROJECT.kpn        the applet's HTML block, as the HTML window shows it\n"
+    "  page PROJECT.kpn        the page file a build writes\n"
+    "  build PROJECT.kpn PAGE [--html-only] [--yes]\n"
+    "                          build the applet folder with PAGE as its page; --yes\n"
+    "                          builds into a folder that already holds files\n"
+    "  replace PROJECT.kpn PAGE [--select 1,3] [--update-files]\n"
+    "                          replace the listed applets of PAGE (default: the first)\n"
+    "  export PROJECT.kpn DEST.kpn [--yes]\n"
+    "                          the project and its media in DEST's folder\n"
+    "  browsers                detect the browsers once and list them\n"
+    "  test PROJECT.kpn [--browser N]\n"
+    "                          build into AppletTemp and open it in browser row N\n"
+    "  render PROJECT.kpn OUT.png [--state UP|OVER|DOWN] [--grid]\n"
+    "                          the design window's picture of the applet as PNG\n";
 
 std::string ProgramFolder(const std::string& homeFlag) {
   if (!homeFlag.empty()) return homeFlag;
@@ -37,6 +52,14 @@ std::string Absolute(const std::string& folder) {
   std::string s = ec ? folder : p.lexically_normal().string();
   while (s.size() > 1 && s.back() == '/') s.pop_back();
   return s;
+}
+
+// Drawing text needs the GUI library's fonts, though no window opens; the
+// other commands run without it.
+std::unique_ptr<QGuiApplication> GuiFor(const std::string& command, int& argc, char** argv) {
+  if (command != "render") return nullptr;
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  return std::make_unique<QGuiApplication>(argc, argv);
 }
 
 }  // namespace
@@ -63,7 +86,9 @@ int main(int argc, char** argv) {
   kp::DiskFileSystem fs;
   kp::CliPrompter prompter(std::cerr);
   kp::ProjectView view;
-  kp::Env env{fs, *store, prompter, view, Absolute(ProgramFolder(home))};
+  kp::PosixLauncher launcher;
+  kp::Env env{fs, *store, prompter, view, Absolute(ProgramFolder(home)), &launcher};
   std::vector<std::string> rest(args.begin() + static_cast<long>(i) + 1, args.end());
+  auto gui = GuiFor(args[i], argc, argv);
   return kp::cli::Run(env, prompter, args[i], rest, std::cout, std::cerr);
 }

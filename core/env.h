@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/fs.h"
+#include "core/launcher.h"
 #include "core/prompter.h"
 #include "core/settings_store.h"
 
@@ -40,6 +41,9 @@ struct Env {
   // The program folder (Kestrel.ini, Samples/, Projects/, AppletTemp/ ...),
   // without a trailing separator.
   std::string programFolder;
+  // Starts outside programs (browsers, the sound converter, the desktop's
+  // opener); nullptr where nothing may be started.
+  Launcher* launcher = nullptr;
 };
 
 }  // namespace kp

@@ -187,6 +187,12 @@ struct LangTexts {
   std::string TooManyButtons =
       "Can't create more buttons on one applet.\r\nYou may use two applets and put them on one page "
       "instead.";
+  // The language settings' name, the sound tool's read-me file and the
+  // page's content-type line.
+  std::string LanguageName = "ENGLISH";
+  std::string SoundReadMe = "Wav2Au_ReadMe.txt";
+  std::string MetaLine =
+      "<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\">";
 };
 LangTexts& Lang();
 

@@ -39,6 +39,52 @@ void ScriptedPrompter::ProgressSet(const std::string& text, int percent) {
   percents.push_back(percent);
 }
 
+std::string ScriptedPrompter::SaveFileDialog(const FileDialog& d) {
+  fileDialogs.push_back(d);
+  if (saveAnswers.empty()) return "";
+  std::string a = saveAnswers.front();
+  saveAnswers.pop_front();
+  return a;
+}
+
+std::string ScriptedPrompter::OpenFileDialog(const FileDialog& d) {
+  fileDialogs.push_back(d);
+  if (openAnswers.empty()) return "";
+  std::string a = openAnswers.front();
+  openAnswers.pop_front();
+  return a;
+}
+
+DialogResult ScriptedPrompter::ShowDialog(const Dialog& d) {
+  shown.push_back({"dialog", d.caption, d.text, Buttons::OK});
+  dialogs.push_back(d);
+  bool checked = d.checked;
+  while (!dialogAnswers.empty()) {
+    DialogAnswer a = dialogAnswers.front();
+    dialogAnswers.pop_front();
+    if (a.checked) checked = *a.checked;
+    if (a.button < 0 || static_cast<size_t>(a.button) >= d.buttons.size()) continue;
+    const DialogButton& b = d.buttons[static_cast<size_t>(a.button)];
+    if (b.action) {
+      b.action();
+      continue;
+    }
+    return {a.button, checked};
+  }
+  for (size_t i = 0; i < d.buttons.size(); ++i)
+    if (!d.buttons[i].action) return {static_cast<int>(i), checked};
+  return {0, checked};
+}
+
+bool ScriptedPrompter::ShowCheckList(CheckList& list) {
+  checkLists.push_back(list);
+  if (checkListAnswers.empty()) return false;
+  CheckListAnswer a = checkListAnswers.front();
+  checkListAnswers.pop_front();
+  if (a.ticks) list.ticked = *a.ticks;
+  return a.action;
+}
+
 int ScriptedPrompter::CountMsg() const {
   int n = 0;
   for (auto& s : shown) n += s.kind == "msgbox";

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -15,10 +16,25 @@
 namespace kp::test {
 
 struct Shown {
-  std::string kind;  // "msgbox", "notice", "progress"
+  std::string kind;  // "msgbox", "notice", "progress", "dialog"
   std::string title;
   std::string text;
   Buttons buttons = Buttons::OK;
+};
+
+// A scripted press in one of the program's own windows: the button (an
+// action button runs its action and the next answer is taken), and the
+// check box's state on close (unset: as shown).
+struct DialogAnswer {
+  int button = 0;
+  std::optional<bool> checked;
+};
+
+// A scripted answer to a check list: the action button or Cancel, with the
+// rows ticked (unset: as shown).
+struct CheckListAnswer {
+  bool action = true;
+  std::optional<std::vector<bool>> ticks;
 };
 
 class ScriptedPrompter : public Prompter {
@@ -30,6 +46,12 @@ class ScriptedPrompter : public Prompter {
   void ProgressShow(const std::string& text) override;
   void ProgressSet(const std::string& text, int percent) override;
   void ProgressHide() override { progressVisible = false; }
+  std::string SaveFileDialog(const FileDialog& d) override;
+  std::string OpenFileDialog(const FileDialog& d) override;
+  DialogResult ShowDialog(const Dialog& d) override;
+  bool ShowCheckList(CheckList& list) override;
+  void Busy(bool on) override { busy = on; }
+  void ProcessEvents() override { ++eventRuns; }
 
   // Answers given to message boxes, in order; when empty the first button
   // (OK or Yes) is the answer.
@@ -41,6 +63,20 @@ class ScriptedPrompter : public Prompter {
   std::vector<std::string> progress;  // every progress text, in order
   std::vector<int> percents;
   bool progressVisible = false;
+
+  // File dialogs: the paths chosen, in order; "" or an empty queue cancels.
+  std::deque<std::string> saveAnswers;
+  std::deque<std::string> openAnswers;
+  std::vector<FileDialog> fileDialogs;  // every file dialog shown
+  // The program's own windows: when the queue is empty the first closing
+  // button is pressed and the check box is left as shown.
+  std::deque<DialogAnswer> dialogAnswers;
+  std::vector<Dialog> dialogs;  // every window shown, as shown
+  // Check lists: when the queue is empty the list is cancelled.
+  std::deque<CheckListAnswer> checkListAnswers;
+  std::vector<CheckList> checkLists;
+  bool busy = false;
+  int eventRuns = 0;
 
   int CountMsg() const;
   const Shown& Last() const { return shown.back(); }

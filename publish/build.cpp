@@ -1,0 +1,296 @@
+#include "publish/build.h"
+
+#include "core/conv.h"
+#include "core/launcher.h"
+#include "core/settings.h"
+#include "generate/js_caller.h"
+
+namespace kp {
+
+namespace {
+
+const char* const kClassFiles[] = {"KestrelPane.class", "KestrelPane.cab", "KestrelPane.jar"};
+
+std::string TwoLineEnds() { return std::string(sCRLF) + sCRLF; }
+
+// One failed copy: the message unless silenced, error 70 never.
+void OnCopyError(PublishContext& c, CopyPhase phase, const std::string& file, int button,
+                 const std::string& to, const IoStatus& status, CopyReport& report) {
+  ++report.failed;
+  const int number = CopyErrorNumber(c.env, file, to, status);
+  // 70 is what a file copied onto itself gives: it is already where it
+  // should be.
+  if (c.state.bStopCopyMessages || number == 70) return;
+  const std::string text = CopyErrorMessage(phase, file, button) + TwoLineEnds() + status.message +
+                           " Error Number:" + std::to_string(number) + TwoLineEnds() +
+                           "Press Cancel to stop showing error messages.";
+  ++report.reported;
+  if (c.env.prompter.MsgBox(text, Buttons::OKCancel, "", Icon::Critical) == Answer::Cancel)
+    c.state.bStopCopyMessages = true;
+}
+
+// Copies `file` into `folder` (which ends with a separator) unless it is
+// already there by name.
+void CopyInto(PublishContext& c, CopyPhase phase, const std::string& file, int button,
+              const std::string& folder, CopyReport& report) {
+  const std::string to = folder + FileNameOnly(file);
+  if (to == file) {
+    ++report.skipped;
+    return;
+  }
+  IoStatus s = c.env.fs.CopyFile(file, to);
+  if (s) {
+    ++report.copied;
+    return;
+  }
+  OnCopyError(c, phase, file, button, to, s, report);
+}
+
+int UsedButtons(const Project& p) {
+  int last = static_cast<int>(p.Btn.size()) - 1;
+  int n = p.ButtonCount;
+  if (n > last) n = last;
+  return n < 0 ? 0 : n;
+}
+
+}  // namespace
+
+std::string PageText(const Project& p, const CodeBox& txtHTML) {
+  std::string page;
+  page.reserve(p.sHTMLbefore.size() + txtHTML.text.size() + p.sHTMLafter.size() + 2);
+  page += p.sHTMLbefore;
+  page += txtHTML.text;
+  page += p.sHTMLafter;
+  page += sCRLF;
+  return page;
+}
+
+bool FolderHoldsFiles(Env& env, const std::string& folder) {
+  if (folder.empty()) return false;
+  return !env.fs.ListFiles(folder).empty();
+}
+
+bool SomeFilesWarning(PublishContext& c) {
+  Dialog d;
+  d.name = "frmSomeFilesWarning";
+  d.caption = "Warning. " + Lang().TitleText;
+  d.text = std::string("This folder already contains files.") + sCRLF +
+           "Such actions may overwrite some of them." + sCRLF + "Are you sure you want to proceed?";
+  d.buttons = {{"&Yes", nullptr}, {"&No", nullptr}};
+  d.checkCaption = "show this warning next time.";
+  d.checked = true;
+  d.beep = true;
+  d.cancelButton = 1;
+  DialogResult r = c.env.prompter.ShowDialog(d);
+  if (r.checked != d.checked) SetParam(c.env, "DontShowSomeFilesWarning", r.checked ? "0" : "1");
+  c.state.bSomeFilesProceed = r.button == 0;
+  return c.state.bSomeFilesProceed;
+}
+
+void ReadyForUpload(PublishContext& c, const std::string& folder) {
+  Dialog d;
+  d.name = "frmReadyForUpload";
+  d.caption = "Applet built. " + Lang().TitleText;
+  d.text = std::string("The applet was successfully built, and is ready for upload.") +
+           TwoLineEnds() +
+           "Note: everything is Case-Sensitive, so if your file is recorded as \"MyImage.gif\" and "
+           "you upload it as \"MYimaGe.GIF\" it won't work.";
+  Env& env = c.env;
+  d.buttons = {{"View files in Windows &Explorer",
+                [&env, folder] {
+                  if (env.launcher) (void)env.launcher->Explore(folder);
+                }},
+               {"&Close", nullptr}};
+  d.checkCaption = "show this message next time.";
+  d.checked = true;
+  d.cancelButton = 1;
+  DialogResult r = env.prompter.ShowDialog(d);
+  if (r.checked != d.checked) SetParam(env, "DontShowReadyForUpload", r.checked ? "0" : "1");
+}
+
+BuildReport BuildApplet(PublishContext& c, bool bWithFiles) {
+  Project& p = c.p;
+  Env& env = c.env;
+  BuildReport report;
+
+  // The start folder is only proposed: a cancelled dialog leaves the
+  // project's output folder as it was.
+  std::string startFolder = p.sOutputFolder.empty()
+                                ? EndBackslash(env.programFolder) + "Projects/" + p.sProjectName
+                                : p.sOutputFolder;
+  PrepareDir(env, startFolder);
+
+  FileDialog fd;
+  fd.filter = kHtmlFilter;
+  fd.folder = startFolder;
+  fd.fileName = p.sProjectName + ".html";
+  fd.defaultExt = "html";
+  fd.overwritePrompt = true;
+  fd.pathMustExist = true;
+  fd.hideReadOnly = true;
+
+  std::string page;
+  for (;;) {
+    page = env.prompter.SaveFileDialog(fd);
+    if (page.empty()) return report;
+    if (!bWithFiles || GetParam(env, "DontShowSomeFilesWarning") != "0" ||
+        !FolderHoldsFiles(env, GetFolder(page)))
+      break;
+    if (SomeFilesWarning(c)) break;
+    fd.folder = GetFolder(page);  // the dialog comes back where it was
+  }
+
+  p.sOutputFolder = GetFolder(page);
+  p.sOutputHTML = page;
+  report.page = page;
+
+  // The page's own name only: its folders are the local disk's business.
+  CheckFileName(env, FileNameOnly(page));
+  FixBodyTag(p, c.st.bUseJSCaller);
+
+  if (IoStatus s = env.fs.WriteFileAtomic(page, PageText(p, c.txtHTML)); !s) {
+    env.prompter.MsgBox(s.message, Buttons::OK, "", Icon::Critical);
+    report.result = BuildResult::WriteFailed;
+    return report;
+  }
+  report.result = BuildResult::Built;
+
+  if (bWithFiles) report.media = Copy_Req_File(c, page);
+  if (GetParam(env, "DontShowReadyForUpload") == "0") ReadyForUpload(c, GetFolder(page));
+  return report;
+}
+
+void MakePathFolders(Env& env, const std::string& path) {
+  if (path.empty()) return;
+  std::string folder = ReplaceAll(path, "\\", "/");
+  // A code base on a server: its folders are the user's business. Joined to
+  // the page's folder the address is no longer at the front, so it is
+  // looked for anywhere.
+  if (folder.find("://") != std::string::npos) return;
+  MakeLongDir(env, EndBackslash(folder));
+}
+
+void Copy_Class_Files(PublishContext& c, const std::string& folder) {
+  const std::string programFolder = EndBackslash(c.env.programFolder);
+  if (programFolder == folder) return;
+  for (const char* name : kClassFiles) {
+    if (std::string(name) == "KestrelPane.jar" && !c.st.bAddJAR) continue;
+    const std::string from = programFolder + name;
+    const std::string to = folder + name;
+    if (from == to) continue;
+    (void)c.env.fs.CopyFile(from, to);
+  }
+}
+
+CopyReport Copy_Req_File(PublishContext& c, const std::string& pagePath) {
+  const Project& p = c.p;
+  const std::string base = GetFolder(pagePath);
+
+  const std::string classFolder = MakeRelative(base, p.CodeBase);
+  if (!p.CodeBase.empty()) MakePathFolders(c.env, classFolder);
+  Copy_Class_Files(c, classFolder);
+
+  // Pictures and sounds live below the code base, where the applet looks.
+  const std::string codeBase = base + p.CodeBase;
+  const std::string imageFolder = MakeRelative(codeBase, p.ImgPath);
+  if (!p.ImgPath.empty()) MakePathFolders(c.env, imageFolder);
+  std::string soundFolder;
+  if (!p.SndPath.empty()) {
+    soundFolder = MakeRelative(codeBase, p.SndPath);
+    MakePathFolders(c.env, soundFolder);
+  }
+  CopyReport r = Copy_PixSnds_Files(c, imageFolder, soundFolder);
+  ShowFoldersNotice(c, false);
+  return r;
+}
+
+CopyReport Copy_PixSnds_Files(PublishContext& c, const std::string& imageFolder,
+                              const std::string& soundFolder) {
+  const Project& p = c.p;
+  CopyReport r;
+  const std::string images = EndBackslash(imageFolder);
+
+  if (!p.BackImg.empty()) CopyInto(c, CopyPhase::Background, p.BackImg, 0, images, r);
+
+  const int count = UsedButtons(p);
+  if (count == 0) return r;
+
+  for (int i = 1; i <= count; ++i)
+    for (int s = 1; s <= 3; ++s) {
+      const std::string& file = p.button(i).Image[s];
+      if (!file.empty()) CopyInto(c, CopyPhase::Pictures, file, i, images, r);
+    }
+
+  const std::string sounds = soundFolder.empty() ? images : EndBackslash(soundFolder);
+  for (int i = 1; i <= count; ++i)
+    for (int s = 1; s <= 3; ++s) {
+      const std::string& file = p.button(i).Snd[s];
+      if (file.empty() || sounds + FileNameOnly(file) == file) {
+        if (!file.empty()) ++r.skipped;
+        continue;
+      }
+      WaitForAuFile(c, file);
+      CopyInto(c, CopyPhase::Sounds, file, i, sounds, r);
+    }
+  return r;
+}
+
+void WaitForAuFile(PublishContext& c, const std::string& path) {
+  if (!EndsWith(path, ".au", true) || c.env.fs.FileExists(path)) return;
+  if (c.view) c.view->ShowOverlay("Checking AU file(s)...");
+  for (int seconds : {1, 2, 3}) {
+    if (c.env.fs.FileExists(path)) break;
+    WaitWithEvents(c, std::chrono::seconds(seconds));
+  }
+  if (c.view) {
+    c.view->ShowOverlay("");
+    c.view->HideOverlay();
+  }
+}
+
+std::string CopyErrorMessage(CopyPhase phase, const std::string& file, int button) {
+  std::string head;
+  switch (phase) {
+    case CopyPhase::Background:
+      head = "Can't copy BackGround image:";
+      break;
+    case CopyPhase::Pictures:
+      head = "Can't copy Picture for Button # " + std::to_string(button);
+      break;
+    case CopyPhase::Sounds:
+      head = "Can't copy Sound for Button # " + std::to_string(button);
+      break;
+    case CopyPhase::None:
+      break;
+  }
+  if (file.empty() || phase == CopyPhase::None) {
+    const char* word = phase == CopyPhase::Background ? "BACKGROUND"
+                       : phase == CopyPhase::Pictures ? "PICTURES"
+                       : phase == CopyPhase::Sounds   ? "SOUNDS"
+                                                      : "";
+    return "Unexpected error. Please restart your computer." + TwoLineEnds() + file +
+           TwoLineEnds() + word;
+  }
+  return head + TwoLineEnds() + file;
+}
+
+int CopyErrorNumber(Env& env, const std::string& from, const std::string& to,
+                    const IoStatus& status) {
+  if (status.permissionLike) return 70;
+  if (!env.fs.FileExists(from)) return 53;
+  if (!env.fs.DirExists(GetFolder(to))) return 76;
+  return 75;
+}
+
+void ShowFoldersNotice(PublishContext& c, bool bForTest) {
+  if (bForTest) return;
+  const Project& p = c.p;
+  if (p.CodeBase.empty() && p.ImgPath.empty() && p.SndPath.empty()) return;
+  MyMsgBox(c.env, "Notice",
+           std::string("Please note:") + TwoLineEnds() +
+               "This applet expects content in different folders." + sCRLF +
+               "You should upload all specified folders to make applet work.",
+           "Show this notice next time.", "ShowDifferentDirsWarning", "1", "0", "1");
+}
+
+}  // namespace kp

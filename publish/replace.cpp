@@ -1,0 +1,292 @@
+#include "publish/replace.h"
+
+#include <algorithm>
+
+#include "core/conv.h"
+#include "core/launcher.h"
+#include "core/settings.h"
+#include "publish/build.h"
+
+namespace kp {
+
+namespace {
+
+constexpr std::string_view kOpenTag = "<applet";
+constexpr std::string_view kCloseTag = "</applet>";
+
+std::string TwoLineEnds() { return std::string(sCRLF) + sCRLF; }
+
+int CountTicked(const AutoReplacePage& page) {
+  return static_cast<int>(std::count(page.ticked.begin(), page.ticked.end(), true));
+}
+
+char Lower(char ch) { return ch >= 'A' && ch <= 'Z' ? static_cast<char>(ch - 'A' + 'a') : ch; }
+
+size_t FindNoCase(const std::string& text, std::string_view what, size_t from) {
+  if (what.empty() || from > text.size()) return std::string::npos;
+  for (size_t i = from; i + what.size() <= text.size(); ++i) {
+    size_t k = 0;
+    while (k < what.size() && Lower(text[i + k]) == Lower(what[k])) ++k;
+    if (k == what.size()) return i;
+  }
+  return std::string::npos;
+}
+
+// Shows the failure's text; false, so that a step can end with it.
+bool ShowFailure(Env& env, const IoStatus& s) {
+  env.prompter.MsgBox(s.message, Buttons::OK, "", Icon::Critical);
+  return false;
+}
+
+}  // namespace
+
+std::string CountWord(int count) {
+  // The table has no word for eight, so 8 reads "Nine" and 9 "Ten": kept
+  // as the program has always counted.
+  static const char* const kWords[10] = {"No",   "One", "Two",   "Three", "Four",
+                                         "Five", "Six", "Seven", "Nine",  "Ten"};
+  if (count >= 0 && count < 10) return kWords[count];
+  return std::to_string(count);
+}
+
+std::string CountMessage(int count, const std::string& path) {
+  return CountWord(count) + (count == 1 ? " applet found in: " : " applets found in: ") +
+         FileNameOnly(path);
+}
+
+std::vector<std::string> FindApplets(const std::string& pageText) {
+  std::vector<std::string> rows;
+  size_t pos = 0;
+  for (;;) {
+    size_t a = pageText.find(kOpenTag, pos);
+    if (a == std::string::npos) break;
+    size_t g = pageText.find('>', a);
+    if (g == std::string::npos) break;
+    rows.push_back(pageText.substr(a, g - a + 1) + "...");
+    pos = g;
+  }
+  return rows;
+}
+
+std::string NewAppletCode(const std::string& codeBox) {
+  size_t a = FindNoCase(codeBox, kOpenTag, 0);
+  if (a == std::string::npos) return "";
+  for (size_t e = FindNoCase(codeBox, kCloseTag, a); e != std::string::npos;
+       e = FindNoCase(codeBox, kCloseTag, e + 1)) {
+    if (e == 0 || codeBox[e - 1] == '\n') return codeBox.substr(a, e + kCloseTag.size() - a);
+  }
+  return "";
+}
+
+std::string ReplaceTickedApplets(const std::string& pageText, const std::vector<bool>& ticked,
+                                 const std::string& newCode) {
+  std::string text = pageText;
+  size_t start = 0;
+  size_t index = 0;
+  for (;;) {
+    size_t a = text.find(kOpenTag, start);
+    if (a == std::string::npos) break;
+    size_t e = text.find(kCloseTag, a);
+    ++index;
+    // Without a closing tag there is nothing to replace up to, and the
+    // search ends.
+    if (e == std::string::npos) break;
+    // The next search starts from this old end position, even after the
+    // text before it changed length: an applet close behind a longer one
+    // is then passed over.
+    start = e;
+    if (index > ticked.size() || !ticked[index - 1]) continue;
+    if (newCode.empty()) continue;
+    text = text.substr(0, a) + newCode + text.substr(e + kCloseTag.size());
+  }
+  return text;
+}
+
+std::string BackupPathFor(Env& env, const std::string& pagePath) {
+  // Cut at the last "."; a path without one has its whole text taken as the
+  // extension.
+  size_t dot = pagePath.rfind('.');
+  std::string base = dot == std::string::npos ? "" : pagePath.substr(0, dot);
+  std::string ext = dot == std::string::npos ? pagePath : pagePath.substr(dot);
+  std::string candidate = base + "_backup" + ext;
+  for (int n = 1; env.fs.FileExists(candidate); ++n)
+    candidate = base + "_backup" + std::to_string(n) + ext;
+  return candidate;
+}
+
+void txtAutoReplaceHTML_FileName_KeyUp(PublishContext& c, const std::string& text) {
+  c.win.txtAutoReplaceHTML_FileName = text;
+  c.p.sOutputHTML = text;
+  c.p.bProjectSaved = false;
+}
+
+void btnGetAutoReplaceHTML_filename_Click(PublishContext& c) {
+  Env& env = c.env;
+  std::string folder = GetParam(env, "sLastReplacedFolder");
+  if (folder.empty()) folder = EndBackslash(env.programFolder) + "Projects";
+  myChDir(env, folder);
+  FileDialog fd;
+  fd.filter = kHtmlFilter;
+  fd.folder = folder;
+  std::string chosen = env.prompter.OpenFileDialog(fd);
+  if (chosen.empty()) return;
+  SetParam(env, "sLastReplacedFolder", GetFolder(chosen));
+  c.win.txtAutoReplaceHTML_FileName = chosen;
+  c.p.sOutputHTML = chosen;
+  c.p.bProjectSaved = false;
+}
+
+bool btnAutoReplaceHTML_Click(PublishContext& c) {
+  Env& env = c.env;
+  if (c.win.txtAutoReplaceHTML_FileName.empty()) btnGetAutoReplaceHTML_filename_Click(c);
+  if (c.win.txtAutoReplaceHTML_FileName.empty()) return false;
+
+  bool replaced = false;
+  const std::string path = c.win.txtAutoReplaceHTML_FileName;
+  if (env.fs.FileExists(path)) {
+    AutoReplacePage page;
+    replaced = BeginOperation(c, page, path);
+  } else {
+    env.prompter.MsgBox("File: \"" + path + "\" not found");
+    btnGetAutoReplaceHTML_filename_Click(c);
+  }
+  if (!c.win.txtAutoReplaceHTML_FileName.empty())
+    CheckFileName(env, FileNameOnly(c.win.txtAutoReplaceHTML_FileName));
+  return replaced;
+}
+
+bool DoDetect(PublishContext& c, AutoReplacePage& page, const std::string& path) {
+  page.bLoaded = false;
+  page.rows.clear();
+  page.ticked.clear();
+  if (IoStatus s = c.env.fs.ReadFile(path, page.pageText); !s) {
+    ShowFailure(c.env, s);
+    return false;
+  }
+  page.rows = FindApplets(page.pageText);
+  page.ticked.assign(page.rows.size(), false);
+  page.bLoaded = true;
+  return true;
+}
+
+bool BeginOperation(PublishContext& c, AutoReplacePage& page, const std::string& path) {
+  page.sourcePath = path;
+  if (!DoDetect(c, page, path)) return false;
+  if (!page.rows.empty()) page.ticked[0] = true;
+  page.txtMSG = CountMessage(static_cast<int>(page.rows.size()), path);
+
+  CheckList list;
+  list.name = "frmAutoRepHTML_2";
+  list.caption = "Replacing Applet Code in existing HTML file";
+  list.message = page.txtMSG;
+  list.rows = page.rows;
+  list.selectAllCaption = "Select All";
+  list.clearAllCaption = "Clear All";
+  list.actionCaption = "Replace Selected Applets";
+  list.cancelCaption = "Cancel";
+  // The window stays open until a replacement ran or it is cancelled.
+  for (;;) {
+    list.ticked = page.ticked;
+    if (!c.env.prompter.ShowCheckList(list)) return false;
+    page.ticked = list.ticked;
+    page.ticked.resize(page.rows.size(), false);
+    if (btnReplace_Click(c, page)) return true;
+  }
+}
+
+bool btnReplace_Click(PublishContext& c, AutoReplacePage& page) {
+  Env& env = c.env;
+  env.prompter.Busy(true);
+  const bool ran = RunReplacement(c, page);
+  if (ran && ReplaceFileStep(c, page) && GetParam(env, "DontShowAutoRepConfirm") == "0")
+    Ready(c, static_cast<int>(page.rows.size()), CountTicked(page), page.sourcePath,
+          page.backupPath);
+  env.prompter.Busy(false);
+  return ran;
+}
+
+bool RunReplacement(PublishContext& c, AutoReplacePage& page) {
+  Env& env = c.env;
+  // Guards a second click: the text was already replaced once.
+  if (!page.bLoaded) {
+    env.prompter.MsgBox("Please reload the input file.");
+    return false;
+  }
+  if (page.rows.empty()) {
+    env.prompter.MsgBox(std::string("I'm sorry... I wasn't able to find any existing applets in "
+                                    "this file.") +
+                        sCRLF + "You have to insert your applet to this file manually.");
+    return false;
+  }
+  if (CountTicked(page) == 0) {
+    env.prompter.MsgBox("Please check at least one applet.", Buttons::OK,
+                        "No Applets Selected for Replace");
+    return false;
+  }
+  page.bLoaded = false;
+  page.pageText = ReplaceTickedApplets(page.pageText, page.ticked, NewAppletCode(c.txtHTML.text));
+
+  const std::string folder = AppletTempFolder(env);
+  MakeLongDir(env, folder);
+  page.tempPath = folder + "/_AutoReplace_HTML.htm";
+  (void)env.fs.RemoveFile(page.tempPath);
+  if (IoStatus s = env.fs.WriteFileAtomic(page.tempPath, page.pageText); !s) {
+    ShowFailure(env, s);
+    return false;
+  }
+  return true;
+}
+
+bool ReplaceFileStep(PublishContext& c, AutoReplacePage& page) {
+  Env& env = c.env;
+  if (page.rows.empty()) {
+    env.prompter.MsgBox(
+        std::string("I can't find any applets.") + TwoLineEnds() + "Possible causes:" + sCRLF +
+        " 1.There are no applets created by Kestrel Pane" + sCRLF + " 2. " + "Missing" +
+        "  \"<APPLET...\" " + sCRLF + " 3. " + "Missing" + "  \"</APPLET>\"");
+    return false;
+  }
+  if (CountTicked(page) >= 1) {
+    page.backupPath = BackupPathFor(env, page.sourcePath);
+    // The page is intact until its backup exists.
+    if (IoStatus s = env.fs.CopyFile(page.sourcePath, page.backupPath); !s)
+      return ShowFailure(env, s);
+    if (IoStatus s = env.fs.RemoveFile(page.sourcePath); !s) return ShowFailure(env, s);
+    if (IoStatus s = env.fs.CopyFile(page.tempPath, page.sourcePath); !s)
+      return ShowFailure(env, s);
+    if (IoStatus s = env.fs.RemoveFile(page.tempPath); !s) return ShowFailure(env, s);
+  }
+  if (c.win.chkUpdateRequired) Copy_Req_File(c, page.sourcePath);
+  return true;
+}
+
+void Ready(PublishContext& c, int total, int replaced, const std::string& path,
+           const std::string& backup) {
+  Env& env = c.env;
+  if (replaced < 1) {
+    env.prompter.MsgBox("No applets were replaced in " + std::string(sQuote) + path + sQuote);
+    return;
+  }
+  std::string text;
+  text += "File: " + std::string(sCRLF) + sQuote + path + sQuote + sCRLF +
+          " is updated and is ready for upload." + TwoLineEnds();
+  text += "Total applets found: " + std::to_string(total) +
+          ". Replaced applets: " + std::to_string(replaced) + "." + TwoLineEnds();
+  text += "Original HTML file saved as: " + std::string(sCRLF) + sQuote + backup + sQuote + sCRLF;
+
+  Dialog d;
+  d.name = "frmAutoRepHTML_MSG";
+  d.caption = "Operation Completed";
+  d.text = text;
+  const std::string folder = GetFolder(path);
+  d.buttons = {{"&Ok", nullptr}, {"View files in Windows &Explorer", [&env, folder] {
+                                    if (env.launcher) (void)env.launcher->Explore(folder);
+                                  }}};
+  d.checkCaption = "show this message next time.";
+  d.checked = true;
+  d.cancelButton = 0;
+  DialogResult r = env.prompter.ShowDialog(d);
+  if (r.checked != d.checked) SetParam(env, "DontShowAutoRepConfirm", r.checked ? "0" : "1");
+}
+
+}  // namespace kp
