@@ -1,0 +1,40 @@
+// kestrelpane: the designer.
+//   kestrelpane [--home DIR] [--settings FILE] [PROJECT | /reset_kp]
+#include <QApplication>
+#include <cstdlib>
+#include <memory>
+
+#include "app/options.h"
+#include "app/program.h"
+#include "core/association.h"
+#include "core/fs.h"
+#include "core/launcher.h"
+#include "platform/qt_settings_store.h"
+#include "publish/browsers.h"
+#include "properties/qt_prompter.h"
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  QApplication::setApplicationName("KestrelPane");
+  // QApplication has taken its own options out of argv.
+  std::vector<std::string> args(argv + 1, argv + argc);
+  kp::StartOptions opt = kp::ParseStartOptions(args);
+
+  std::unique_ptr<kp::QtSettingsStore> store =
+      opt.settingsFile.empty() ? std::make_unique<kp::QtSettingsStore>()
+                               : std::make_unique<kp::QtSettingsStore>(opt.settingsFile);
+  kp::DiskFileSystem fs;
+  kp::PosixLauncher launcher;
+  kp::QtPrompter prompter;
+  kp::XdgAssociation association(kp::UserDataHome(), kp::ExecutablePath());
+  kp::Program program(fs, *store, prompter, association, kp::ProgramFolder(opt.home), &launcher);
+  program.endProcess = [](int code) { std::_Exit(code); };
+  // This desktop has no registry: the two registry detections find nothing.
+  program.detectBrowsers = [](kp::Env& env) {
+    kp::DetectBrowsers(env, [](const std::string&, const std::string&) { return std::string(); },
+                       kp::BrowserSearch::FromEnvironment());
+  };
+  int rc = program.Main(opt.commandLine);
+  if (rc >= 0) return rc;
+  return app.exec();
+}

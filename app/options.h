@@ -1,0 +1,28 @@
+// The program's own options before the command line that Main reads:
+//   kestrelpane [--home DIR] [--settings FILE] [PROJECT | /reset_kp]
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kp {
+
+struct StartOptions {
+  std::string home;          // --home DIR
+  std::string settingsFile;  // --settings FILE
+  // Everything after the options, joined by single blanks: Main's command
+  // line, as one string.
+  std::string commandLine;
+};
+
+StartOptions ParseStartOptions(const std::vector<std::string>& args);
+
+// The program folder: --home, else $KESTRELPANE_HOME, else the folder of
+// the executable; absolute, without a trailing separator.
+std::string ProgramFolder(const std::string& homeOption);
+// The running executable's path.
+std::string ExecutablePath();
+// The user's data folder: $XDG_DATA_HOME, else ~/.local/share.
+std::string UserDataHome();
+
+}  // namespace kp

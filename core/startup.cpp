@@ -1,0 +1,60 @@
+#include "core/startup.h"
+
+#include "core/conv.h"
+#include "core/settings.h"
+
+namespace kp {
+
+bool VersionSelfTest(std::string_view version) {
+  const std::string header = "KestrelPane Project " + std::string(version);
+  return header.find("KestrelPane Project 2.0") != std::string::npos;
+}
+
+bool IsResetSwitch(std::string_view commandLine) { return commandLine == kResetSwitch; }
+
+std::string CommandLineName(std::string_view commandLine) {
+  size_t b = commandLine.find_first_not_of(' ');
+  if (b == std::string_view::npos) return "";
+  size_t e = commandLine.find_last_not_of(' ');
+  std::string_view name = commandLine.substr(b, e - b + 1);
+  if (name.front() == '"') name = name.size() >= 2 ? name.substr(1, name.size() - 2) : "";
+  return std::string(name);
+}
+
+std::string FindProjectFile(Env& env, const std::string& name) {
+  if (!name.empty() && name.front() == '/' && env.fs.FileExists(name)) return name;
+  const std::string inProgramFolder = env.programFolder + "/" + name;
+  return env.fs.FileExists(inProgramFolder) ? inProgramFolder : "";
+}
+
+std::string LongPathName(const std::string& path) { return path; }
+
+std::string NotFoundText(const std::string& commandLine) {
+  return "File: " + commandLine + sCRLF + "Not found. Error # 21-01";
+}
+
+SessionVars& Session() {
+  static SessionVars vars;
+  return vars;
+}
+
+SessionVars& InitSessionVars(Project& p, Env& env) {
+  SessionVars& s = Session();
+  p.sProjectName = "MyProject";
+  s.bSaveBackup = TextToBool(GetParam(env, "bSaveBackup"));
+  s.bShowGrid = TextToBool(GetParam(env, "bShowGrid"));
+  s.bAlignXY = TextToBool(GetParam(env, "bAlignXY"));
+  s.bAlignWH = TextToBool(GetParam(env, "bAlignWH"));
+  s.bShowGridAsDots = TextToBool(GetParam(env, "bShowGridAsDots"));
+  s.iGridX = MakeCInt(GetParam(env, "iGridX"), 10);
+  s.iGridY = MakeCInt(GetParam(env, "iGridY"), 10);
+  s.lGridColor = MakeCLng(GetParam(env, "lGridColor"), RGB(128, 128, 128));
+  s.bAddJAR = TextToBool(GetParam(env, "bAddJAR"));
+  p.bReady = true;
+  p.bProjectSaved = true;
+  return s;
+}
+
+void mInitilize() { Lang().TitleText = std::string("Kestrel Pane") + " " + sPRJ_FILE_VERSION; }
+
+}  // namespace kp

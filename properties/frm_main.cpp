@@ -1,0 +1,304 @@
+#include "properties/frm_main.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScreen>
+
+#include <cstdlib>
+
+#include "core/conv.h"
+#include "core/session.h"
+#include "core/settings.h"
+#include "design/frm_design.h"
+#include "project/new_project.h"
+#include "properties/colour_box.h"
+#include "properties/colour_dialog.h"
+#include "properties/frm_create_recent.h"
+#include "properties/frm_hex2color.h"
+#include "properties/frm_multi_line_editor.h"
+#include "properties/twips.h"
+
+namespace kp {
+
+namespace {
+
+QStringList DroppedFiles(const QMimeData* data) {
+  QStringList files;
+  if (!data || !data->hasUrls()) return files;
+  for (const QUrl& u : data->urls())
+    if (u.isLocalFile()) files << u.toLocalFile();
+  return files;
+}
+
+// The narrowest the main window may be.
+constexpr long kMinMainWidthTwips = 7020;
+
+}  // namespace
+
+// --- Loading -------------------------------------------------------------------
+
+bool frmMain::Form_Load() {
+  sMOREOPTIONS = TextOf(Texts(), "sMOREOPTIONS");
+  sLESSOPTIONS = TextOf(Texts(), "sLESSOPTIONS");
+  if (PixelsToTwips(width()) < kMinMainWidthTwips)
+    resize(TwipsToPixels(kMinMainWidthTwips), height());
+  p_.sMainTitle = Lang().TitleText;
+  setWindowTitle(DisplayText(Lang().TitleText));
+  GetRecent();
+  if (LanguageApplies(env_, lang_)) ChangeLang_frmMain();
+  ReadSizesInto(env_, this, "frmMain");
+
+  // A fresh start shows the default button, unlike New.
+  if (!FreshStart(p_, env_)) return false;
+  View().SelectButton(p_, p_.iCurBtn);
+  p_.AppletWidth = MakeCInt(PathBytes(txtAppletWidth->text()), 120);
+  p_.AppletHeight = MakeCInt(PathBytes(txtAppletHeight->text()), 120);
+  p_.BackGround = picGeneralBackGround->colour();
+  design_->SetBackColor(p_.BackGround);
+
+  bAutoTile = GetParam(env_, "AutoTile") != "0";
+  p_.bProjectSaved = true;
+  const bool makeDefault = GetParam(env_, "mnuMakeDefaultBtn") != "0";
+  mnuMakeDefaultBtn->setVisible(makeDefault);
+  mnuMakeDefaultBtnSep->setVisible(makeDefault);
+  return true;
+}
+
+bool frmMain::ShowMain() {
+  if (!Form_Load()) return false;
+  show();
+  ShowDesign();
+  return true;
+}
+
+void frmMain::ChangeLang_frmMain() {
+  const std::string file = env_.programFolder + "/" + lang_.sLangFile;
+  std::string text;
+  if (!env_.fs.ReadFile(file, text)) {
+    env_.prompter.MsgBox("Language File: " + std::string(sQuote) + lang_.sLangFile + sQuote +
+                         " not found");
+    fWriteValue(env_, kSecLanguage, lang_.sLangName, "NO");
+    return;
+  }
+  std::vector<std::string> lines = ReadLanguageSection(text, "[frmMain]", 190);
+  // Two message texts hold several lines, written "\n" in the file.
+  for (std::string& l : lines) l = ReplaceAll(l, "\\n", sCRLF);
+  ReplaceByPosition(Texts(), lines);
+  ApplyTexts();
+  fWriteValue(env_, kSecLanguage, lang_.sLangName, "YES");
+}
+
+void frmMain::ShowDesign() {
+  if (!designPlaced_ && isVisible()) {
+    designPlaced_ = true;
+    QRect m = frameGeometry();
+    design_->move(m.right() + 12, m.top());
+    ReadSizesInto(env_, design_, "frmDesign", true);
+  }
+  design_->ShowOver(this, GetParam(env_, "frmDesignOnTop") != "0");
+}
+
+// --- File menu -----------------------------------------------------------------
+
+std::string frmMain::AskToSaveChanges() {
+  return kp::AskToSaveChanges(p_, env_, [this] { mnuSave_Click(); });
+}
+
+void frmMain::mnuNew_Click() {
+  if (AskToSaveChanges() == "CANCEL") return;
+  NewProject(p_, env_);
+  txtBackImg->clear();
+  UnloadMultiLineEditor();
+  ShowDesign();
+  p_.bProjectSaved = true;
+  ShowOnlyNewProject();
+}
+
+std::string frmMain::ProjectsFolder() {
+  std::string folder = GetParam(env_, "sProjectsPath");
+  return folder.empty() ? env_.programFolder + "/Projects" : folder;
+}
+
+void frmMain::mnuOpen_Click() {
+  if (AskToSaveChanges() == "CANCEL") return;
+  FileDialog d;
+  d.filter = kOpenProjectFilter;
+  d.folder = ProjectsFolder();
+  d.fileMustExist = true;
+  d.pathMustExist = true;
+  const std::string path = env_.prompter.OpenFileDialog(d);
+  if (path.empty()) return;
+  std::string folder = GetFolder(path);
+  if (folder.size() > 1 && IsSep(folder.back())) folder.pop_back();
+  SetParam(env_, "sProjectsPath", folder);
+  OpenProjectFile(path);
+}
+
+LoadResult frmMain::OpenProjectFile(const std::string& path) {
+  LoadResult r = LoadProject2(p_, env_, path);
+  if (r == LoadResult::ProcessEnds) {
+    EndProcess(3);
+    return r;
+  }
+  ShowDesign();
+  return r;
+}
+
+void frmMain::mnuSave_Click() {
+  if (p_.sProjectFile.empty()) {
+    mnuSaveAs_Click();
+    return;
+  }
+  SaveAs(p_.sProjectFile);
+}
+
+void frmMain::mnuSaveAs_Click() {
+  FileDialog d;
+  d.filter = kSaveProjectFilter;
+  d.folder = ProjectsFolder();
+  d.fileName = p_.sProjectName + ".kpn";
+  d.defaultExt = "kpn";
+  d.overwritePrompt = true;
+  d.pathMustExist = true;
+  const std::string path = env_.prompter.SaveFileDialog(d);
+  if (path.empty()) return;
+  std::string folder = GetFolder(path);
+  if (folder.size() > 1 && IsSep(folder.back())) folder.pop_back();
+  SetParam(env_, "sProjectsPath", folder);
+  SaveAs(path);
+}
+
+void frmMain::SaveAs(const std::string& path) {
+  if (!SaveProject(p_, env_, path, false, false)) return;
+  p_.sProjectFile = path;
+  p_.sMainTitle = ProjectTitle(p_);
+  View().SetTitles(p_.sMainTitle, DesignTitle(p_.sMainTitle));
+}
+
+void frmMain::GetRecent() {
+  std::vector<RecentEntry> entries = kp::GetRecent(env_);
+  for (QAction* a : mnuRecent) a->setVisible(false);
+  for (const RecentEntry& e : entries) {
+    QAction* a = mnuRecent[static_cast<size_t>(e.k - 1)];
+    a->setText(DisplayText(e.text).replace("&", "&&"));
+    a->setData(QByteArray::fromStdString(e.path));
+    a->setVisible(true);
+  }
+  mnuRecentSep->setVisible(!entries.empty());
+}
+
+void frmMain::mnuRecent_Click(int k) {
+  if (AskToSaveChanges() == "CANCEL") return;
+  QByteArray path = mnuRecent[static_cast<size_t>(k - 1)]->data().toByteArray();
+  OpenProjectFile(path.toStdString());
+}
+
+void frmMain::mnuExit_Click() { close(); }
+
+void frmMain::GET_OLEDragDrop(const QStringList& files) {
+  if (files.isEmpty()) return;
+  if (AskToSaveChanges() == "CANCEL") return;
+  // A shell that passes several files: the first one is opened.
+  OpenProjectFile(PathBytes(files.first()));
+}
+
+// --- Start dialog --------------------------------------------------------------
+
+frm_Create_Recent* frmMain::CreateRecent() {
+  if (!createRecent_) {
+    createRecent_ = new frm_Create_Recent(p_, env_, this);
+    createRecent_->onOpenFromDisk = [this] { mnuOpen_Click(); };
+    createRecent_->onOpenRecent = [this](const std::string& path) {
+      if (AskToSaveChanges() == "CANCEL") return;
+      OpenProjectFile(path);
+    };
+  }
+  return createRecent_;
+}
+
+void frmMain::Show_frm_Create_Recent() { CreateRecent()->ShowStart(); }
+
+void frmMain::ShowOnlyNewProject() { CreateRecent()->ShowOnlyNewProject(); }
+
+// --- Tools ----------------------------------------------------------------------
+
+frmHex2Color* frmMain::Hex2Color() {
+  if (!hex2color_) hex2color_ = new frmHex2Color(this);
+  return hex2color_;
+}
+
+void frmMain::mnuHex2Color_Click() {
+  Hex2Color()->show();
+  Hex2Color()->raise();
+}
+
+frmMultiLineEditor* frmMain::MultiLineEditor(QLineEdit* txtLabel) {
+  if (!multiLine_)
+    multiLine_ = new frmMultiLineEditor(this, txtLabel, QTextOf(Texts(), "btnMultiLine.ToolTip"));
+  return multiLine_;
+}
+
+void frmMain::UnloadMultiLineEditor() {
+  if (multiLine_) delete multiLine_.data();
+}
+
+// --- Closing --------------------------------------------------------------------
+
+void frmMain::EndProcess(int code) {
+  if (endProcess) endProcess(code);
+}
+
+bool frmMain::Form_QueryUnload() {
+  if (!p_.bReady) {
+    // A load is under way: end here, saving nothing.
+    EndProcess(0);
+    return true;
+  }
+  const std::string answer = AskToSaveChanges();
+  if (answer == "NO" || p_.bProjectSaved) {
+    MyExit();
+    return true;
+  }
+  return false;
+}
+
+void frmMain::MyExit() {
+  SaveCustColors(env_, SharedCustColors());
+  WriteSizesOf(env_, design_, "frmDesign");
+  // frmHTML's sizes join here once the window exists.
+  WriteSizesOf(env_, this, "frmMain");
+  bUnloading = true;
+  design_->bUnloading = true;
+  // The forms in their fixed order, then the program's other windows.
+  QList<QWidget*> forms = {design_, createRecent_.data(), hex2color_.data(), multiLine_.data()};
+  for (QWidget* w : findChildren<QWidget*>())
+    if (w->isWindow() && !forms.contains(w)) forms << w;
+  for (QWidget* w : forms)
+    if (w) w->close();
+}
+
+void frmMain::closeEvent(QCloseEvent* e) {
+  if (bUnloading || Form_QueryUnload()) {
+    e->accept();
+    return;
+  }
+  e->ignore();
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* e) {
+  if (!DroppedFiles(e->mimeData()).isEmpty()) e->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* e) {
+  QStringList files = DroppedFiles(e->mimeData());
+  if (files.isEmpty()) return;
+  e->acceptProposedAction();
+  GET_OLEDragDrop(files);
+}
+
+}  // namespace kp

@@ -1,0 +1,163 @@
+// frmMain: the main window. Its File menu, the button list and the place of
+// the property panels, and the start, new, open, save and close commands.
+// The model is the program's one Project; the window keeps no copy of it.
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QStringList>
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "core/env.h"
+#include "core/language.h"
+#include "core/model.h"
+#include "project/project_file.h"
+#include "properties/ui_text.h"
+
+class QAction;
+class QGroupBox;
+class QLineEdit;
+class QListWidget;
+class QMenu;
+
+namespace kp {
+
+class ColourBox;
+class frmDesign;
+class frmHex2Color;
+class frmMultiLineEditor;
+class frm_Create_Recent;
+
+// The open dialog's filter: this program's projects and its two siblings'.
+inline constexpr const char* kOpenProjectFilter =
+    "Kestrel Pane Projects (*.kpn)|*.kpn|Quail Stone Projects (*.qst)|*.qst|LinnetPlum Projects "
+    "(*.lpm)|*.lpm|All Files (*.*)|*.*";
+inline constexpr const char* kSaveProjectFilter =
+    "Kestrel Pane Projects (*.kpn)|*.kpn|All Files (*.*)|*.*";
+
+class frmMain : public QMainWindow {
+ public:
+  frmMain(Project& p, Env& env);
+  ~frmMain() override;
+  static UiTexts& Texts();
+
+  // What the model's routines tell the windows.
+  ProjectView& View();
+
+  // The language settings in force (for the language file's name).
+  void SetLanguage(const LangSettings& lang) { lang_ = lang; }
+
+  // Form_Load, then the window and the design window shown. False when
+  // the process must end (the default button record was damaged).
+  bool Form_Load();
+  bool ShowMain();
+  void ChangeLang_frmMain();
+
+  // --- File menu ---
+  void mnuNew_Click();
+  void mnuOpen_Click();
+  void Public_mnuOpen_Click() { mnuOpen_Click(); }
+  void mnuSave_Click();
+  void mnuSaveAs_Click();
+  void mnuRecent_Click(int k);
+  void mnuExit_Click();
+  // --- Tools menu ---
+  void mnuHex2Color_Click();
+  // Files dropped on the main or the design window.
+  void GET_OLEDragDrop(const QStringList& files);
+
+  // "SAVED", "YES", "NO" or "CANCEL"; Yes saves through mnuSave_Click.
+  std::string AskToSaveChanges();
+  // The recent-file entries of the File menu, from the settings.
+  void GetRecent();
+  // The start dialog: both frames, or the new-project frame alone (New).
+  void Show_frm_Create_Recent();
+  void ShowOnlyNewProject();
+  // Loads a project as every open command does.
+  LoadResult OpenProjectFile(const std::string& path);
+  // The design window over the main window or not, as "frmDesignOnTop" says.
+  void ShowDesign();
+
+  // Form_QueryUnload: true when the close goes on.
+  bool Form_QueryUnload();
+  // Stores the custom colours and the window sizes and unloads every form.
+  void MyExit();
+
+  // The other windows, created on first use and kept until shutdown.
+  frmDesign* Design() { return design_; }
+  frm_Create_Recent* CreateRecent();
+  frmHex2Color* Hex2Color();
+  frmMultiLineEditor* MultiLineEditor(QLineEdit* txtLabel);
+  void UnloadMultiLineEditor();
+
+  // Ends the process at once with the code, without saving: a close while
+  // a project loads, or a damaged default record.
+  std::function<void(int)> endProcess;
+
+  // Set once MyExit ran: the windows may close.
+  bool bUnloading = false;
+  // The language-dependent captions of the panel's options button.
+  std::string sMOREOPTIONS, sLESSOPTIONS;
+  // "AutoTile" for the program settings window.
+  bool bAutoTile = true;
+
+  // File menu.
+  QMenu* mnuFile;
+  QAction* mnuNew;
+  QAction* mnuOpen;
+  QAction* mnuSave;
+  QAction* mnuSaveAs;
+  QAction* mnuExport;
+  QAction* mnuRecentSep;
+  std::array<QAction*, 4> mnuRecent{};
+  QAction* mnuExit;
+  // Menus that other commands fill.
+  QMenu* mnuEdit;
+  QMenu* mnuSettings;
+  QAction* mnuMakeDefaultBtn;
+  QAction* mnuMakeDefaultBtnSep;
+  QMenu* mnuTools;
+  QAction* mnuHex2Color;
+  QMenu* mnuHelp;
+
+  // The button list, the selection of the whole program: row n is button n+1.
+  QGroupBox* frameButtons;
+  QListWidget* lstButtons;
+  // The button property panel's place.
+  QGroupBox* frameBtnProp;
+  // Global Properties.
+  QGroupBox* frmGeneral;
+  QLineEdit* txtAppletWidth;
+  QLineEdit* txtAppletHeight;
+  ColourBox* picGeneralBackGround;
+  QLineEdit* txtBackImg;
+
+ protected:
+  void closeEvent(QCloseEvent* e) override;
+  void dragEnterEvent(QDragEnterEvent* e) override;
+  void dropEvent(QDropEvent* e) override;
+
+ private:
+  class MainView;
+  void BuildMenus();
+  void BuildPanels();
+  void ApplyTexts();
+  void SaveAs(const std::string& path);
+  void EndProcess(int code);
+  std::string ProjectsFolder();
+
+  Project& p_;
+  Env& env_;
+  LangSettings lang_;
+  std::unique_ptr<MainView> view_;
+  frmDesign* design_;
+  QPointer<frm_Create_Recent> createRecent_;
+  QPointer<frmHex2Color> hex2color_;
+  QPointer<frmMultiLineEditor> multiLine_;
+  bool designPlaced_ = false;
+};
+
+}  // namespace kp

@@ -1,0 +1,242 @@
+// frmMain's controls, their texts and the view the model's routines drive.
+#include <QAction>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+#include <cstdlib>
+
+#include "design/frm_design.h"
+#include "properties/colour_box.h"
+#include "properties/frm_main.h"
+
+namespace kp {
+
+// The order is the order of the "[frmMain]" section of a language file.
+UiTexts& frmMain::Texts() {
+  static UiTexts t = {
+      {"mnuFile", "&File"},
+      {"mnuNew", "&New"},
+      {"mnuOpen", "&Open..."},
+      {"mnuSave", "&Save"},
+      {"mnuSaveAs", "Save &As..."},
+      {"mnuExport", "&Export..."},
+      {"mnuExit", "E&xit"},
+      {"mnuEdit", "&Edit"},
+      {"mnuSettings", "&Settings"},
+      {"mnuMakeDefaultBtn", "Make Current Button &Default"},
+      {"mnuTools", "&Tools"},
+      {"mnuHex2Color", "&Hex2Color..."},
+      {"mnuHelp", "&Help"},
+      {"frameButtons", " Buttons: "},
+      {"frameBtnProp", "Properties for "},
+      {"frmGeneral", " Global Properties: "},
+      {"lblAppletWidth", "Width:"},
+      {"lblAppletHeight", "Height:"},
+      {"txtAppletWidth.ToolTip", "Enter should be pressed after changing this value manually."},
+      {"lblGeneralBackGround", "Back Color:"},
+      {"frameBackImg", "BackGround Image:"},
+      {"btnMultiLine.ToolTip", "Multiline Editor"},
+      {"sMOREOPTIONS", "More Options"},
+      {"sLESSOPTIONS", "Less Options"},
+  };
+  return t;
+}
+
+// --- The view ------------------------------------------------------------------
+
+class frmMain::MainView : public ProjectView {
+ public:
+  explicit MainView(frmMain& w) : w_(w) {}
+
+  void SetMainParams(Project& p) override {
+    w_.txtAppletWidth->setText(QString::number(p.AppletWidth));
+    w_.txtAppletHeight->setText(QString::number(p.AppletHeight));
+    w_.picGeneralBackGround->setColour(p.BackGround);
+    w_.txtBackImg->setText(DisplayText(p.BackImg));
+    w_.design_->SetAppletSize(p.AppletWidth, p.AppletHeight);
+    w_.design_->SetBackColor(p.BackGround);
+  }
+
+  void ClearButtons() override {
+    w_.lstButtons->clear();
+    w_.design_->ClearButtons();
+  }
+
+  void LoadButton(Project& p, int i) override {
+    if (i < 1 || i > p.ButtonCount) return;
+    const QString name = DisplayText(p.button(i).sBName);
+    while (w_.lstButtons->count() < i) w_.lstButtons->addItem(QString());
+    w_.lstButtons->item(i - 1)->setText(name);
+  }
+
+  void SelectButton(Project&, int i) override {
+    if (i < 1 || i > w_.lstButtons->count()) return;
+    w_.lstButtons->clearSelection();
+    w_.lstButtons->setCurrentRow(i - 1, QItemSelectionModel::ClearAndSelect);
+    w_.frameBtnProp->setTitle(QTextOf(Texts(), "frameBtnProp") + w_.lstButtons->item(i - 1)->text());
+  }
+
+  void SetTitles(const std::string& main, const std::string& design) override {
+    w_.setWindowTitle(DisplayText(main));
+    w_.design_->setWindowTitle(DisplayText(design));
+  }
+
+  void RecentChanged() override { w_.GetRecent(); }
+
+ private:
+  frmMain& w_;
+};
+
+ProjectView& frmMain::View() { return *view_; }
+
+frmMain::frmMain(Project& p, Env& env) : p_(p), env_(env) {
+  setObjectName("frmMain");
+  setAcceptDrops(true);
+  design_ = new frmDesign(nullptr);
+  design_->onFilesDropped = [this](const QStringList& files) { GET_OLEDragDrop(files); };
+  BuildMenus();
+  BuildPanels();
+  ApplyTexts();
+  resize(640, 460);
+  endProcess = [](int code) { std::_Exit(code); };
+}
+
+frmMain::~frmMain() {
+  // The design window is a window of its own unless it stands over this one.
+  if (design_ && design_->parentWidget() != this) delete design_;
+}
+
+// --- Controls ------------------------------------------------------------------
+
+void frmMain::BuildMenus() {
+  mnuFile = menuBar()->addMenu(QString());
+  mnuFile->setObjectName("mnuFile");
+  mnuNew = mnuFile->addAction(QString(), [this] { mnuNew_Click(); });
+  mnuNew->setShortcut(QKeySequence::New);
+  mnuOpen = mnuFile->addAction(QString(), [this] { mnuOpen_Click(); });
+  mnuOpen->setShortcut(QKeySequence::Open);
+  mnuSave = mnuFile->addAction(QString(), [this] { mnuSave_Click(); });
+  mnuSave->setShortcut(QKeySequence::Save);
+  mnuSaveAs = mnuFile->addAction(QString(), [this] { mnuSaveAs_Click(); });
+  mnuFile->addSeparator();
+  // Export comes with the publishing commands.
+  mnuExport = mnuFile->addAction(QString());
+  mnuExport->setEnabled(false);
+  mnuRecentSep = mnuFile->addSeparator();
+  for (int k = 1; k <= 4; ++k) {
+    mnuRecent[k - 1] = mnuFile->addAction(QString(), [this, k] { mnuRecent_Click(k); });
+    mnuRecent[k - 1]->setObjectName(QString("mnuRecent%1").arg(k));
+    mnuRecent[k - 1]->setVisible(false);
+  }
+  mnuFile->addSeparator();
+  mnuExit = mnuFile->addAction(QString(), [this] { mnuExit_Click(); });
+
+  // The button list operations fill the Edit menu.
+  mnuEdit = menuBar()->addMenu(QString());
+  mnuEdit->setObjectName("mnuEdit");
+  mnuSettings = menuBar()->addMenu(QString());
+  mnuSettings->setObjectName("mnuSettings");
+  mnuMakeDefaultBtn = mnuSettings->addAction(QString());
+  mnuMakeDefaultBtn->setEnabled(false);
+  mnuMakeDefaultBtnSep = mnuSettings->addSeparator();
+  mnuTools = menuBar()->addMenu(QString());
+  mnuTools->setObjectName("mnuTools");
+  mnuHex2Color = mnuTools->addAction(QString(), [this] { mnuHex2Color_Click(); });
+  mnuHelp = menuBar()->addMenu(QString());
+  mnuHelp->setObjectName("mnuHelp");
+}
+
+void frmMain::BuildPanels() {
+  view_ = std::make_unique<MainView>(*this);
+  auto* central = new QWidget(this);
+  central->setObjectName("central");
+
+  frameButtons = new QGroupBox(central);
+  frameButtons->setObjectName("frameButtons");
+  lstButtons = new QListWidget(frameButtons);
+  lstButtons->setObjectName("lstButtons");
+  lstButtons->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  auto* listBox = new QVBoxLayout(frameButtons);
+  listBox->addWidget(lstButtons);
+
+  // The button property panel goes here.
+  frameBtnProp = new QGroupBox(central);
+  frameBtnProp->setObjectName("frameBtnProp");
+  frameBtnProp->setMinimumSize(300, 200);
+  auto* propBox = new QVBoxLayout(frameBtnProp);
+  propBox->addStretch();
+
+  frmGeneral = new QGroupBox(central);
+  frmGeneral->setObjectName("frmGeneral");
+  txtAppletWidth = new QLineEdit(frmGeneral);
+  txtAppletWidth->setObjectName("txtAppletWidth");
+  txtAppletHeight = new QLineEdit(frmGeneral);
+  txtAppletHeight->setObjectName("txtAppletHeight");
+  picGeneralBackGround = new ColourBox(frmGeneral);
+  picGeneralBackGround->setObjectName("picGeneralBackGround");
+  picGeneralBackGround->setFixedSize(40, 20);
+  txtBackImg = new QLineEdit(frmGeneral);
+  txtBackImg->setObjectName("txtBackImg");
+  // Editing the applet's options comes with the options panel; until then
+  // the fields show the applet record.
+  for (QLineEdit* f : {txtAppletWidth, txtAppletHeight, txtBackImg}) f->setReadOnly(true);
+  for (QLineEdit* f : {txtAppletWidth, txtAppletHeight}) f->setFixedWidth(64);
+  auto* grid = new QGridLayout(frmGeneral);
+  auto label = [this](const char* name) {
+    auto* l = new QLabel(frmGeneral);
+    l->setObjectName(name);
+    return l;
+  };
+  grid->addWidget(label("lblAppletWidth"), 0, 0);
+  grid->addWidget(txtAppletWidth, 0, 1);
+  grid->addWidget(label("lblAppletHeight"), 0, 2);
+  grid->addWidget(txtAppletHeight, 0, 3);
+  grid->addWidget(label("lblGeneralBackGround"), 0, 4);
+  grid->addWidget(picGeneralBackGround, 0, 5);
+  grid->addWidget(label("frameBackImg"), 1, 0, 1, 2);
+  grid->addWidget(txtBackImg, 1, 2, 1, 4);
+  grid->setColumnStretch(6, 1);
+
+  auto* right = new QVBoxLayout;
+  right->addWidget(frameBtnProp, 1);
+  right->addWidget(frmGeneral);
+  auto* row = new QHBoxLayout(central);
+  row->addWidget(frameButtons);
+  row->addLayout(right, 1);
+  setCentralWidget(central);
+}
+
+void frmMain::ApplyTexts() {
+  const UiTexts& t = Texts();
+  mnuFile->setTitle(QTextOf(t, "mnuFile"));
+  mnuNew->setText(QTextOf(t, "mnuNew"));
+  mnuOpen->setText(QTextOf(t, "mnuOpen"));
+  mnuSave->setText(QTextOf(t, "mnuSave"));
+  mnuSaveAs->setText(QTextOf(t, "mnuSaveAs"));
+  mnuExport->setText(QTextOf(t, "mnuExport"));
+  mnuExit->setText(QTextOf(t, "mnuExit"));
+  mnuEdit->setTitle(QTextOf(t, "mnuEdit"));
+  mnuSettings->setTitle(QTextOf(t, "mnuSettings"));
+  mnuMakeDefaultBtn->setText(QTextOf(t, "mnuMakeDefaultBtn"));
+  mnuTools->setTitle(QTextOf(t, "mnuTools"));
+  mnuHex2Color->setText(QTextOf(t, "mnuHex2Color"));
+  mnuHelp->setTitle(QTextOf(t, "mnuHelp"));
+  frameButtons->setTitle(QTextOf(t, "frameButtons"));
+  frameBtnProp->setTitle(QTextOf(t, "frameBtnProp"));
+  frmGeneral->setTitle(QTextOf(t, "frmGeneral"));
+  for (const char* name : {"lblAppletWidth", "lblAppletHeight", "lblGeneralBackGround", "frameBackImg"})
+    findChild<QLabel*>(name)->setText(QTextOf(t, name));
+  txtAppletWidth->setToolTip(QTextOf(t, "txtAppletWidth.ToolTip"));
+  txtAppletHeight->setToolTip(QTextOf(t, "txtAppletWidth.ToolTip"));
+  sMOREOPTIONS = TextOf(t, "sMOREOPTIONS");
+  sLESSOPTIONS = TextOf(t, "sLESSOPTIONS");
+}
+
+}  // namespace kp
