@@ -15,6 +15,7 @@
 #include "core/language.h"
 #include "core/model.h"
 #include "project/project_file.h"
+#include "properties/panel_hooks.h"
 #include "properties/ui_text.h"
 
 class QAction;
@@ -92,6 +93,10 @@ class frmMain : public QMainWindow {
   frmHex2Color* Hex2Color();
   frmMultiLineEditor* MultiLineEditor(QLineEdit* txtLabel);
   void UnloadMultiLineEditor();
+
+  // The button property panel, once it exists; the design window and the
+  // list commands fill it and record edits through it.
+  PanelHooks* panel = nullptr;
 
   // Ends the process at once with the code, without saving: a close while
   // a project loads, or a damaged default record.
