@@ -352,23 +352,33 @@ void PrepareDir(Env& env, const std::string& path) {
 namespace {
 const char* const kStrangeTitle = "Warning! Strange chars...";
 const char* const kWarnNextTime = "Warn next time";
+
+void WarnSpaceInFileName(Env& env) {
+  MyMsgBox(env, kStrangeTitle,
+           std::string("This file name contains spaces!") + sCRLF +
+               "Most web servers do not support such file names." + sCRLF +
+               "Please consider to rename your file.",
+           kWarnNextTime, "Warn_Space_in_FileName");
+}
+
+void WarnBackslashInFileName(Env& env) {
+  MyMsgBox(env, kStrangeTitle,
+           std::string("This file name contains backlash!") + sCRLF +
+               "Unlike Windows most web servers use '/' instead of '\\' ." + sCRLF +
+               "Please consider to correct your file path.",
+           kWarnNextTime, "Warn_BackSlash_in_FileName");
+}
+
 }  // namespace
 
 void CheckFileName(Env& env, const std::string& path) {
-  if (FileNameOnly(path).find(' ') != std::string::npos) {
-    MyMsgBox(env, kStrangeTitle,
-             std::string("This file name contains spaces!") + sCRLF +
-                 "Most web servers do not support such file names." + sCRLF +
-                 "Please consider to rename your file.",
-             kWarnNextTime, "Warn_Space_in_FileName");
-  }
-  if (path.find('\\') != std::string::npos) {
-    MyMsgBox(env, kStrangeTitle,
-             std::string("This file name contains backlash!") + sCRLF +
-                 "Unlike Windows most web servers use '/' instead of '\\' ." + sCRLF +
-                 "Please consider to correct your file path.",
-             kWarnNextTime, "Warn_BackSlash_in_FileName");
-  }
+  if (FileNameOnly(path).find(' ') != std::string::npos) WarnSpaceInFileName(env);
+  if (path.find('\\') != std::string::npos) WarnBackslashInFileName(env);
+}
+
+void CheckLinkName(Env& env, const std::string& text) {
+  if (text.find(' ') != std::string::npos) WarnSpaceInFileName(env);
+  if (text.find('\\') != std::string::npos) WarnBackslashInFileName(env);
 }
 
 void CheckTargetName(Env& env, const std::string& text) {
@@ -380,7 +390,8 @@ void CheckTargetName(Env& env, const std::string& text) {
     MyMsgBox(env, kStrangeTitle,
              std::string("Dots, comas and other special chars are illigal in Target name.") +
                  sCRLF + "You should input the name of the frame here not the file name." + sCRLF +
-                 "Example: mainFrame",
+                 "Name of the frame can be found in your HTML page, it should look like: <frame "
+                 "name=\"main\"...",
              kWarnNextTime, "Warn_Dot_in_TargetName");
   }
 }

@@ -113,6 +113,9 @@ void PrepareDir(Env& env, const std::string& path);
 // Warns (a notice with "Warn next time") about a blank in a file name and
 // about "\" in a link text; each warning can be switched off by its setting.
 void CheckFileName(Env& env, const std::string& path);
+// The same two warnings for a link text, tested whole: a blank anywhere in
+// it, and "\".
+void CheckLinkName(Env& env, const std::string& text);
 // Warns about a blank or a "." in a frame target name.
 void CheckTargetName(Env& env, const std::string& text);
 

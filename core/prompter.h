@@ -9,7 +9,9 @@
 
 namespace kp {
 
-enum class Buttons { OK, OKCancel, YesNo, YesNoCancel };
+// OKCancelDefaultCancel: OK and Cancel with Cancel as the default button,
+// for a question whose safe answer is to stop.
+enum class Buttons { OK, OKCancel, YesNo, YesNoCancel, OKCancelDefaultCancel };
 enum class Answer { OK, Cancel, Yes, No };
 enum class Icon { None, Information, Exclamation, Critical, Question };
 

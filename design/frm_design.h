@@ -1,55 +1,262 @@
-// frmDesign: the design window. It holds the applet's surface, a pixel
-// buffer of the applet's size that keeps what was painted on it until
-// something repaints it; the window only shows the buffer. The buttons'
-// own surfaces, the selection handles and the mouse work come on top.
+// frmDesign: the design window. It shows the render scene (the design
+// surface with one surface per button stacked over it by number) and lets
+// the author pick buttons with the mouse, drag them, size them with four
+// handles, nudge them with the arrow keys, move the label's marker, and
+// line buttons up against the grid or each other.
+//
+// The selection is the main window's list of buttons, reached through a
+// DesignHost; the model is the program's one Project.
+//
+// This header stays free of the render headers, so that the main window's
+// files, which use the other text helpers, can include it.
 #pragma once
 
 #include <QImage>
+#include <QPointer>
 #include <QStringList>
 #include <QWidget>
+#include <array>
 #include <functional>
+#include <memory>
+#include <string>
 
+#include "core/env.h"
+#include "core/language.h"
 #include "core/model.h"
+#include "design/design_host.h"
+#include "design/geometry.h"
+
+class QAction;
+class QIcon;
+class QMenu;
 
 namespace kp {
 
+class Scene;
+class QtTextMeasure;
+class frmGrid;
+
 class frmDesign : public QWidget {
  public:
-  explicit frmDesign(QWidget* parent = nullptr);
+  frmDesign(Project& p, Env& env, DesignHost& host, QWidget* parent = nullptr);
+  ~frmDesign() override;
 
-  // The applet's size: the buffer and the window's inner size follow.
-  void SetAppletSize(int width, int height);
-  // Fills the whole surface with the background colour.
-  void SetBackColor(Colour c);
-  Colour BackColor() const { return backColor_; }
+  // --- The pictures --------------------------------------------------------------
 
-  // The applet's surface, to paint on; Refresh shows what was painted.
-  QImage& Surface() { return surface_; }
-  void Refresh() { update(); }
-
-  // Removes every button from the window (a new or loading project).
+  Scene& scene();
+  // The one entry for repainting a button: forwards to the scene and shows
+  // the result.
+  void RedrawButton(int i, bool bMoveSizer = true, bool bMoveLabel = true, bool bSkipMove = false,
+                    bool bRedrawAbove = true);
+  // Button i exists now: its surface is created, placed and painted.
+  void LoadButton(int i);
+  // Button i was removed from Btn: the surfaces above it move down one.
+  void RemoveButton(int i);
+  // Buttons i and j exchanged their places in Btn.
+  void SwapButtons(int i, int j);
+  // Every button repainted in place (a state switch); the handles and the
+  // label marker follow the current button.
+  void RedrawAllButtons();
+  // Background, border and every button (after a load).
+  void RepaintAll();
+  // Every button surface removed (a new or loading project).
   void ClearButtons();
+  void UpdateTransparentBtns(int i);
+  // "Auto Tiling Unseen Areas (Design Only)".
+  void SetAutoTile(bool on);
 
+  // The applet record pushed to the window: size, colour, background,
+  // grid, repaint. Called by SetMainParams under bFillingPanel.
+  void SetMainParams();
+  // The window's inner size, which is the applet's size.
+  void SetAppletSize(int width, int height);
+  // The applet's colour: the background is painted again.
+  void SetBackColor(Colour c);
+  // The design surface, as painted.
+  QImage& Surface();
+  // The scene's picture: the design surface with every button over it
+  // (the window shows it with the handles and the label marker on top).
+  QImage Composed() const;
+
+  // Icon, tile texts and, with a language in use, the language file's texts.
+  void Form_Load(const LangSettings& lang, const QIcon& icon);
+  void ChangeLang_frmDesign(const LangSettings& lang);
+  const LangSettings& Language() const { return lang_; }
   // The window stays over `mainWindow` (the setting "frmDesignOnTop") or
   // stands on its own; either way it is shown.
   void ShowOver(QWidget* mainWindow, bool onTop);
 
-  // Files dropped here go to the main window's drop handler.
-  std::function<void(const QStringList&)> onFilesDropped;
+  // --- Selection, dragging and sizing -----------------------------------------------
+
+  // Places the four handles around button i and brings them to the front;
+  // whether they show is the selection's business (ShowSizers, HideSizers).
+  void MoveSizer(int i);
+  void ShowSizers();
+  void HideSizers();
+  void DrawMultiSelector(int i);
+  void changeSelColor(bool bUnlocked);
+
+  // Button: 1 left, 2 right, 4 middle. Shift: 1 Shift, 2 Ctrl, 4 Alt.
+  // X and Y are in the pressed surface's own coordinates.
+  void pButtons_MouseDown(int i, int Button, int Shift, double X, double Y);
+  void pButtons_MouseMove(int i, int Button, int Shift, double X, double Y);
+  void pButtons_MouseUp(int i, int Button, int Shift, double X, double Y);
+  void picSizer_MouseDown(int k, int Button, int Shift, double X, double Y);
+  void picSizer_MouseMove(int k, int Button, int Shift, double X, double Y);
+  void picSizer_MouseUp(int k, int Button, int Shift, double X, double Y);
+  void Form_MouseDown(int Button, int Shift, double X, double Y);
+  void Form_KeyDown(int KeyCode, int Shift);
+  void Nudge(int dx, int dy);
+
+  void mnuLOCKED_Click();
+  // The title by the lock rule: "Design Window - " and the main window's
+  // title, and the lock text while locked.
+  void SetLockTitle();
+  void Form_Activate();
+
+  // --- Alignment, grid and stacking -------------------------------------------------
+
+  void AlignX(int i, bool bMoveSizer);
+  void AlignY(int i, bool bMoveSizer);
+  void AlignW(int i, bool bMoveSizer, bool bRoundUp);
+  void AlignH(int i, bool bMoveSizer, bool bRoundUp);
+  void Align_Left();
+  void Align_Right();
+  void Align_Top();
+  void Align_Bottom();
+  void Align_Horizontal_Row();
+  void Align_Vertical_Column();
+  // One step up (down) in the button order for the current button; nothing
+  // where there is no neighbour.
+  void Public_mnuBringToFront_Click();
+  void Public_mnuSendBack_Click();
+  void mnuGrid_Click();
+  frmGrid* Grid();
+  // The grid settings of the session (Session()) handed to the scene.
+  void SyncGrid();
+
+  // --- Label marker and window commands ---------------------------------------------
+
+  void MoveLabelPositioner(int i);
+  void picLabelPositioner_MouseDown(int Button, int Shift, double X, double Y);
+  void picLabelPositioner_MouseMove(int Button, int Shift, double X, double Y);
+  void picLabelPositioner_MouseUp(int Button, int Shift, double X, double Y);
+  // The window's inner size became w x h: it is the applet's size now.
+  void Form_Resize(int w, int h);
+  void Call_RESIZE();
+  bool CHECK_POS_frmDesign();
+  void Center_frmDesign();
+  void mnuRefresh_Click();
+  // The main window's refresh routine: everything under the buttons
+  // repainted, forced.
+  void Refresh();
+
+  // --- State -----------------------------------------------------------------------
+
+  bool bLocked = false;
+  bool bMouseDownBtn = false;
+  double sngStartX = 0;
+  i16 iStartY = 0;
+  double sngLastX = 0;
+  double sngLastY = 0;
+  double sngSizerX = 0;
+  i16 iSizerY = 0;
+  bool bResizing = false;
+  bool bSizeFromPanel = false;
+  bool bKeepChanged = false;
+  i16 iPosStartX = 0;
+  i16 iPosStartY = 0;
+  // Where the last press on the empty window was: the place for a new or
+  // pasted button. The add command takes it when x is above 0 and clears it.
+  float sngNewBtnX = 0;
+  float sngNewBtnY = 0;
+
+  struct Sizer {
+    PointD pos;
+    bool visible = false;
+    std::string Tag = "Up";
+  };
+  std::array<Sizer, 4> picSizer;
+  Colour sizerColour = 0x800000;
+
+  struct Marker {
+    double left = 0;
+    double top = 0;
+    int width = 8;
+    int height = 8;
+    bool visible = false;
+    std::string Tag = "UP";
+  };
+  Marker picLabelPositioner;
+
+  // The list commands of the main window; set by the button list's
+  // operations (nothing happens while they are unset).
+  std::function<void()> btnAddBtn_Click;
+  std::function<void()> pub_mnuPaste_Click;
+  std::function<void()> CutItem;
+  std::function<void()> CopyItem;
+  std::function<void()> PasteItem;
+
+  // The popup menu of the empty window.
+  QMenu* mnuCommon;
+  QAction* mnuNewButton;
+  QAction* mnuPaste;
+  QAction* mnuLOCKED;
+  QAction* mnuGrid;
+  QAction* mnuRefresh;
 
   // Set by the program's shutdown: only then may the window close.
   bool bUnloading = false;
 
  protected:
+  bool event(QEvent* e) override;
   void paintEvent(QPaintEvent* e) override;
+  void resizeEvent(QResizeEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
+  void mousePressEvent(QMouseEvent* e) override;
+  void mouseMoveEvent(QMouseEvent* e) override;
+  void mouseReleaseEvent(QMouseEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
   void dragEnterEvent(QDragEnterEvent* e) override;
   void dropEvent(QDropEvent* e) override;
 
  private:
-  QImage surface_;
-  Colour backColor_ = RGB(255, 255, 255);
+  class Hooks;
+  enum class Target { None, Button, Sizer, Marker, Form };
+
+  void ApplyTexts();
+  void EnsureDesignSize(int w, int h);
+  // Surface i's place and size as a box.
+  Box SurfaceBox(int i);
+  void SetSurfaceBox(int i, const Box& b);
+  bool ValidButton(int i) const;
+  Selection CurrentSelection();
+  // The panel's fields filled again from the current button.
+  void FillPanel();
+  // The window's client size set from code; its resize path runs at once.
+  void SetClientSize(int w, int h);
+  QRect SizerRect(int k) const;
+  QRect MarkerRect() const;
+  void PaintOverlays(QPainter& painter) const;
+  std::string TitleTail() const;
+
+  Project& p_;
+  Env& env_;
+  DesignHost& host_;
+  std::unique_ptr<QtTextMeasure> measure_;
+  std::unique_ptr<Hooks> hooks_;
+  std::unique_ptr<Scene> scene_;
+  QPointer<frmGrid> grid_;
+  LangSettings lang_;
   QWidget* mainWindow_ = nullptr;
+  // The marker was brought to the front after the handles.
+  bool markerOnTop_ = false;
+  // The control that took the press, until the release.
+  Target captured_ = Target::None;
+  int capturedIndex_ = 0;
+  int capturedButton_ = 0;
+  // Where the last press was, on the screen: popup menus open there.
+  QPoint pressGlobal_;
 };
 
 }  // namespace kp

@@ -8,7 +8,13 @@ namespace kp {
 bool FreshStart(Project& p, Env& env) {
   p.sState = "UP";
   SetDefaultMainParams(p, env);
-  if (AddNewButton(p, env) < 0) return false;
+  const int i = AddNewButton(p, env);
+  if (i < 0) return false;
+  // Where the add command puts the first button of an empty applet.
+  if (i > 0) {
+    p.button(i).x = 10;
+    p.button(i).y = 10;
+  }
   env.view.LoadButton(p, p.iCurBtn);
   p.bProjectSaved = true;
   return true;

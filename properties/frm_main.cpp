@@ -6,6 +6,8 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 #include <QMimeData>
 #include <QScreen>
 
@@ -14,6 +16,7 @@
 #include "core/conv.h"
 #include "core/session.h"
 #include "core/settings.h"
+#include "design/design_texts.h"
 #include "design/frm_design.h"
 #include "project/new_project.h"
 #include "properties/colour_box.h"
@@ -62,6 +65,8 @@ bool frmMain::Form_Load() {
   design_->SetBackColor(p_.BackGround);
 
   bAutoTile = GetParam(env_, "AutoTile") != "0";
+  design_->SetAutoTile(bAutoTile);
+  design_->Form_Load(lang_, windowIcon());
   p_.bProjectSaved = true;
   const bool makeDefault = GetParam(env_, "mnuMakeDefaultBtn") != "0";
   mnuMakeDefaultBtn->setVisible(makeDefault);
@@ -206,6 +211,139 @@ void frmMain::GET_OLEDragDrop(const QStringList& files) {
   // A shell that passes several files: the first one is opened.
   OpenProjectFile(PathBytes(files.first()));
 }
+
+// --- The design window ------------------------------------------------------------
+
+// What the design window asks of this window: the selection, the panel,
+// the Edit menu.
+class frmMain::DesignLink : public DesignHost {
+ public:
+  explicit DesignLink(frmMain& w) : w_(w) {}
+  int SelectedCount() override { return w_.SelectedCount(); }
+  bool IsSelected(int i) override { return w_.IsSelected(i); }
+  void SelectItem_lstButtons(int i) override { w_.SelectItem_lstButtons(i); }
+  void AddSelectItem_lstButtons(int i) override { w_.AddSelectItem_lstButtons(i); }
+  void DeSelectItem_lstButtons(int i) override { w_.DeSelectItem_lstButtons(i); }
+  void RenewList() override {
+    for (int r = 0; r < w_.lstButtons->count() && r < w_.p_.ButtonCount; ++r)
+      w_.lstButtons->item(r)->setText(DisplayText(w_.p_.button(r + 1).sBName));
+  }
+  void ShowProp(int i) override {
+    if (w_.panel) w_.panel->ShowProp(i);
+  }
+  void SetLastChange(int code) override {
+    if (w_.panel) w_.panel->SetLastChange(code);
+    else w_.p_.iLast_Change = static_cast<i16>(code);
+  }
+  void ShowAppletSize(int width, int height) override {
+    const bool was = w_.p_.bFillingPanel;
+    w_.p_.bFillingPanel = true;
+    w_.txtAppletWidth->setText(QString::number(width));
+    w_.txtAppletHeight->setText(QString::number(height));
+    w_.p_.bFillingPanel = was;
+  }
+  void PopupEditMenu(const QPoint& globalPos) override { w_.mnuEdit->popup(globalPos); }
+  void SetLockedMark(bool locked) override {
+    if (w_.mnuLOCKED) w_.mnuLOCKED->setChecked(locked);
+  }
+  void pub_mnuRefresh_Click() override { w_.pub_mnuRefresh_Click(); }
+  void FilesDropped(const QStringList& files) override { w_.GET_OLEDragDrop(files); }
+  void ActivateMain() override { w_.activateWindow(); }
+  Colour ChooseColour(Colour start) override { return kp::ChooseColour(w_.design_, start); }
+
+ private:
+  frmMain& w_;
+};
+
+void frmMain::CreateDesign() {
+  designHost_ = std::make_unique<DesignLink>(*this);
+  design_ = new frmDesign(p_, env_, *designHost_, nullptr);
+}
+
+bool frmMain::IsSelected(int i) const {
+  QListWidgetItem* it = lstButtons->item(i - 1);
+  return i >= 1 && it && it->isSelected();
+}
+
+int frmMain::SelectedCount() const {
+  return static_cast<int>(lstButtons->selectedItems().size());
+}
+
+void frmMain::SelectItem_lstButtons(int index) {
+  // The marks of a multiple selection go with it: every button that was
+  // marked, and every one whose row changes, is painted again.
+  const bool wasMultiple = SelectedCount() >= 2;
+  std::vector<int> repaint;
+  for (int r = 0; r < lstButtons->count(); ++r) {
+    QListWidgetItem* it = lstButtons->item(r);
+    const bool want = r == index - 1;
+    const bool was = it->isSelected();
+    if (was != want) it->setSelected(want);
+    if (was != want || (was && wasMultiple)) repaint.push_back(r + 1);
+  }
+  if (QListWidgetItem* it = lstButtons->item(index - 1); it && index >= 1)
+    lstButtons->setCurrentItem(it, QItemSelectionModel::NoUpdate);
+  for (int j : repaint)
+    if (j <= p_.ButtonCount) design_->RedrawButton(j, false, false, true, false);
+  // A single selection again: the handles stand around it.
+  if (index >= 1 && index <= p_.ButtonCount) design_->ShowSizers();
+}
+
+void frmMain::AddSelectItem_lstButtons(int index) {
+  if (QListWidgetItem* it = lstButtons->item(index - 1); it && index >= 1) it->setSelected(true);
+}
+
+void frmMain::DeSelectItem_lstButtons(int index) {
+  if (QListWidgetItem* it = lstButtons->item(index - 1); it && index >= 1) it->setSelected(false);
+}
+
+void frmMain::lstButtons_MouseUp(bool right, const QPoint& globalPos) {
+  if (p_.ButtonCount <= 0) return;
+  const int row = lstButtons->currentRow();
+  if (row < 0 || row >= p_.ButtonCount) return;
+  p_.iCurBtn = static_cast<i16>(row + 1);
+  designHost_->ShowProp(p_.iCurBtn);
+  if (SelectedCount() <= 1) {
+    SelectItem_lstButtons(p_.iCurBtn);
+    design_->MoveSizer(p_.iCurBtn);
+  }
+  // All buttons again, so that the marks agree with the list.
+  design_->RedrawAllButtons();
+  designHost_->SetLastChange(0);
+  if (right) mnuEdit->popup(globalPos);
+}
+
+void frmMain::AddDesignMenuEntries(QMenu* menu) {
+  // The design window's block: alignment, grid, lock and refresh.
+  const DesignTexts& t = DesignMenuTexts();
+  menu->addSeparator();
+  mnuAlign = menu->addMenu(DesignQText(t, "mnuAlign"));
+  mnuAlign->setObjectName("mnuAlign");
+  mnuAlign_Left = mnuAlign->addAction(DesignQText(t, "mnuAlign_Left"), [this] { design_->Align_Left(); });
+  mnuAlign_Right = mnuAlign->addAction(DesignQText(t, "mnuAlign_Right"), [this] { design_->Align_Right(); });
+  mnuAlign_Top = mnuAlign->addAction(DesignQText(t, "mnuAlign_Top"), [this] { design_->Align_Top(); });
+  mnuAlign_Bottom =
+      mnuAlign->addAction(DesignQText(t, "mnuAlign_Bottom"), [this] { design_->Align_Bottom(); });
+  mnuAlign->addSeparator();
+  mnuAlign_Horizontal_Row = mnuAlign->addAction(DesignQText(t, "mnuAlign_Horizontal_Row"),
+                                                [this] { design_->Align_Horizontal_Row(); });
+  mnuAlign_Vertical_Column = mnuAlign->addAction(DesignQText(t, "mnuAlign_Vertical_Column"),
+                                                 [this] { design_->Align_Vertical_Column(); });
+  mnuGrid = menu->addAction(DesignQText(t, "mnuGrid"), [this] { design_->mnuGrid_Click(); });
+  mnuGrid->setObjectName("mnuGrid");
+  mnuLOCKED = menu->addAction(DesignQText(t, "mnuLOCKED"), [this] { design_->mnuLOCKED_Click(); });
+  mnuLOCKED->setObjectName("mnuLOCKED");
+  mnuLOCKED->setCheckable(true);
+  mnuRefresh = menu->addAction(DesignQText(t, "mnuRefresh"), [this] { pub_mnuRefresh_Click(); });
+  mnuRefresh->setObjectName("mnuRefresh");
+  mnuRefresh->setShortcut(Qt::Key_F5);
+  connect(menu, &QMenu::aboutToShow, this, [this] {
+    mnuAlign->setEnabled(p_.ButtonCount > 1);
+    mnuLOCKED->setChecked(design_->bLocked);
+  });
+}
+
+void frmMain::pub_mnuRefresh_Click() { design_->Refresh(); }
 
 // --- Start dialog --------------------------------------------------------------
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPoint>
 #include <QPointer>
 #include <QStringList>
 #include <array>
@@ -14,6 +15,7 @@
 #include "core/env.h"
 #include "core/language.h"
 #include "core/model.h"
+#include "design/design_host.h"
 #include "project/project_file.h"
 #include "properties/panel_hooks.h"
 #include "properties/ui_text.h"
@@ -82,6 +84,26 @@ class frmMain : public QMainWindow {
   // The design window over the main window or not, as "frmDesignOnTop" says.
   void ShowDesign();
 
+  // --- The selection: the rows selected in lstButtons (row n is button
+  // n+1). The design window and the list commands change it only here.
+  // Makes index the only selected row; the buttons whose marks change are
+  // repainted.
+  void SelectItem_lstButtons(int index);
+  void AddSelectItem_lstButtons(int index);
+  void DeSelectItem_lstButtons(int index);
+  bool IsSelected(int i) const;
+  int SelectedCount() const;
+  // A click on the list (Shift and Ctrl extend the selection): the clicked
+  // row becomes the current button, the panel shows it, the design
+  // window's marks follow; the right button opens the Edit menu.
+  void lstButtons_MouseUp(bool right, const QPoint& globalPos);
+
+  // --- The design window's commands on the main window ---
+  // The alignment, grid, lock and refresh entries, as one block of `menu`.
+  void AddDesignMenuEntries(QMenu* menu);
+  // The refresh routine: everything under the buttons painted again.
+  void pub_mnuRefresh_Click();
+
   // Form_QueryUnload: true when the close goes on.
   bool Form_QueryUnload();
   // Stores the custom colours and the window sizes and unloads every form.
@@ -127,6 +149,17 @@ class frmMain : public QMainWindow {
   QMenu* mnuTools;
   QAction* mnuHex2Color;
   QMenu* mnuHelp;
+  // The design window's block of the Edit menu.
+  QMenu* mnuAlign = nullptr;
+  QAction* mnuAlign_Left = nullptr;
+  QAction* mnuAlign_Right = nullptr;
+  QAction* mnuAlign_Top = nullptr;
+  QAction* mnuAlign_Bottom = nullptr;
+  QAction* mnuAlign_Horizontal_Row = nullptr;
+  QAction* mnuAlign_Vertical_Column = nullptr;
+  QAction* mnuGrid = nullptr;
+  QAction* mnuLOCKED = nullptr;
+  QAction* mnuRefresh = nullptr;
 
   // The button list, the selection of the whole program: row n is button n+1.
   QGroupBox* frameButtons;
@@ -147,6 +180,9 @@ class frmMain : public QMainWindow {
 
  private:
   class MainView;
+  class DesignLink;
+  // The design window with the host it asks for the selection.
+  void CreateDesign();
   void BuildMenus();
   void BuildPanels();
   void ApplyTexts();
@@ -158,6 +194,7 @@ class frmMain : public QMainWindow {
   Env& env_;
   LangSettings lang_;
   std::unique_ptr<MainView> view_;
+  std::unique_ptr<DesignHost> designHost_;
   frmDesign* design_;
   QPointer<frm_Create_Recent> createRecent_;
   QPointer<frmHex2Color> hex2color_;

@@ -8,15 +8,46 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <cstdlib>
+#include <functional>
 
 #include "design/frm_design.h"
+#include "properties/button_panel.h"
 #include "properties/colour_box.h"
 #include "properties/frm_main.h"
 
 namespace kp {
+
+namespace {
+
+// Hands the list's mouse releases on, once the list has settled its own
+// selection for them (a plain click inside a multiple selection narrows it
+// only at the release).
+class ReleaseWatcher : public QObject {
+ public:
+  ReleaseWatcher(QObject* parent, std::function<void(bool right, QPoint globalPos)> f)
+      : QObject(parent), f_(std::move(f)) {}
+
+ protected:
+  bool eventFilter(QObject*, QEvent* e) override {
+    if (e->type() == QEvent::MouseButtonRelease) {
+      auto* m = static_cast<QMouseEvent*>(e);
+      const bool right = m->button() == Qt::RightButton;
+      const QPoint at = m->globalPosition().toPoint();
+      QTimer::singleShot(0, this, [this, right, at] { f_(right, at); });
+    }
+    return false;
+  }
+
+ private:
+  std::function<void(bool, QPoint)> f_;
+};
+
+}  // namespace
 
 // The order is the order of the "[frmMain]" section of a language file.
 UiTexts& frmMain::Texts() {
@@ -60,8 +91,7 @@ class frmMain::MainView : public ProjectView {
     w_.txtAppletHeight->setText(QString::number(p.AppletHeight));
     w_.picGeneralBackGround->setColour(p.BackGround);
     w_.txtBackImg->setText(DisplayText(p.BackImg));
-    w_.design_->SetAppletSize(p.AppletWidth, p.AppletHeight);
-    w_.design_->SetBackColor(p.BackGround);
+    w_.design_->SetMainParams();
   }
 
   void ClearButtons() override {
@@ -74,6 +104,7 @@ class frmMain::MainView : public ProjectView {
     const QString name = DisplayText(p.button(i).sBName);
     while (w_.lstButtons->count() < i) w_.lstButtons->addItem(QString());
     w_.lstButtons->item(i - 1)->setText(name);
+    w_.design_->LoadButton(i);
   }
 
   void SelectButton(Project&, int i) override {
@@ -81,6 +112,10 @@ class frmMain::MainView : public ProjectView {
     w_.lstButtons->clearSelection();
     w_.lstButtons->setCurrentRow(i - 1, QItemSelectionModel::ClearAndSelect);
     w_.frameBtnProp->setTitle(QTextOf(Texts(), "frameBtnProp") + w_.lstButtons->item(i - 1)->text());
+    w_.design_->MoveSizer(i);
+    w_.design_->ShowSizers();
+    w_.design_->MoveLabelPositioner(i);
+    if (w_.panel) w_.panel->ShowProp(i);
   }
 
   void SetTitles(const std::string& main, const std::string& design) override {
@@ -99,18 +134,19 @@ ProjectView& frmMain::View() { return *view_; }
 frmMain::frmMain(Project& p, Env& env) : p_(p), env_(env) {
   setObjectName("frmMain");
   setAcceptDrops(true);
-  design_ = new frmDesign(nullptr);
-  design_->onFilesDropped = [this](const QStringList& files) { GET_OLEDragDrop(files); };
+  CreateDesign();
   BuildMenus();
   BuildPanels();
   ApplyTexts();
   resize(640, 460);
+  InstallButtonPanel(*this, p_, env_);
   endProcess = [](int code) { std::_Exit(code); };
 }
 
 frmMain::~frmMain() {
-  // The design window is a window of its own unless it stands over this one.
-  if (design_ && design_->parentWidget() != this) delete design_;
+  // The design window goes before the host it asks, whether it is a window
+  // of its own or stands over this one.
+  delete design_;
 }
 
 // --- Controls ------------------------------------------------------------------
@@ -141,6 +177,7 @@ void frmMain::BuildMenus() {
   // The button list operations fill the Edit menu.
   mnuEdit = menuBar()->addMenu(QString());
   mnuEdit->setObjectName("mnuEdit");
+  AddDesignMenuEntries(mnuEdit);
   mnuSettings = menuBar()->addMenu(QString());
   mnuSettings->setObjectName("mnuSettings");
   mnuMakeDefaultBtn = mnuSettings->addAction(QString());
@@ -163,6 +200,8 @@ void frmMain::BuildPanels() {
   lstButtons = new QListWidget(frameButtons);
   lstButtons->setObjectName("lstButtons");
   lstButtons->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  lstButtons->viewport()->installEventFilter(new ReleaseWatcher(
+      lstButtons, [this](bool right, QPoint at) { lstButtons_MouseUp(right, at); }));
   auto* listBox = new QVBoxLayout(frameButtons);
   listBox->addWidget(lstButtons);
 

@@ -49,7 +49,7 @@ struct Scene::PrintSetup {
 
 Scene::PrintSetup Scene::SetupPrint(const std::string& s, const std::string& FontName,
                                     i16 FontSize, bool Bold, bool Italic) {
-  const std::string shown = DisplayText(s);
+  const std::string shown = LabelDisplayText(s);
   const FontSpec font{PrintedFontName(FontName), FontSize, Bold, Italic};
   PrintSetup ps;
   ps.TH = static_cast<float>(measure_.TextHeight(font, shown));

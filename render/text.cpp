@@ -37,7 +37,7 @@ std::string ResolveFontFamily(const std::string& name) {
   return name;
 }
 
-std::string DisplayText(const std::string& stored) { return UnescapeField(stored); }
+std::string LabelDisplayText(const std::string& stored) { return UnescapeField(stored); }
 
 namespace {
 

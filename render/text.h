@@ -83,7 +83,7 @@ class QtTextMeasure : public TextMeasure {
 
 // The stored label text as it is shown: "&nbsp" and "&!0" as blanks and
 // the other escapes of the file format as their characters.
-std::string DisplayText(const std::string& stored);
+std::string LabelDisplayText(const std::string& stored);
 
 // One print of a line: its text cell's top-left corner and colour.
 struct Stamp {

@@ -421,7 +421,8 @@ TEST(CheckTargetName, DotShowsDotsWarningWithSample) {
   ASSERT_EQ(t.prompter.shown.size(), 1u);
   EXPECT_EQ(t.prompter.Last().text,
             "Dots, comas and other special chars are illigal in Target name.\r\nYou should input "
-            "the name of the frame here not the file name.\r\nExample: mainFrame");
+            "the name of the frame here not the file name.\r\nName of the frame can be found in "
+            "your HTML page, it should look like: <frame name=\"main\"...");
 }
 
 TEST(CheckTargetName, SettingsSilenceEachWarning) {

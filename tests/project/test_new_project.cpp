@@ -35,6 +35,9 @@ TEST(ProjectModel, FreshStartHoldsOneDefaultButtonAndClosingAsksNothing) {
   EXPECT_EQ(p.ButtonCount, 1);
   EXPECT_EQ(p.button(1).sBName, "Button 1");
   EXPECT_EQ(p.button(1).Label[1], "Button 1");
+  // The add command's place for the first button of an empty applet.
+  EXPECT_EQ(p.button(1).x, 10);
+  EXPECT_EQ(p.button(1).y, 10);
   EXPECT_TRUE(p.bProjectSaved);
   EXPECT_EQ(p.sState, "UP");
   bool saved = false;

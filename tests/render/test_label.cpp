@@ -260,7 +260,7 @@ TEST_F(Label, TextBorderShadeOverflowIsALabelError) {
 }
 
 TEST(LabelText, DisplayTextTurnsTheEscapesIntoCharacters) {
-  EXPECT_EQ(DisplayText("a&!0b&!1c&!2d&!3e&!4f&nbspg"), "a b;c\"d|e^f g");
+  EXPECT_EQ(LabelDisplayText("a&!0b&!1c&!2d&!3e&!4f&nbspg"), "a b;c\"d|e^f g");
 }
 
 TEST(LabelText, TenPointsAre13PixelsAt96DotsAnInch) {
