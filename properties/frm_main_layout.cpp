@@ -174,7 +174,8 @@ void frmMain::BuildMenus() {
   mnuFile->addSeparator();
   mnuExit = mnuFile->addAction(QString(), [this] { mnuExit_Click(); });
 
-  // The button list operations fill the Edit menu.
+  // The Edit menu holds the design window's block, led by a separator; the
+  // button list's operations go in above it when the panel is installed.
   mnuEdit = menuBar()->addMenu(QString());
   mnuEdit->setObjectName("mnuEdit");
   AddDesignMenuEntries(mnuEdit);

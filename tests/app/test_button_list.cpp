@@ -351,6 +351,20 @@ class ButtonListTest : public QObject {
     QVERIFY(!List(a).mnuDelete->isEnabled());
   }
 
+  void theEditMenuListsTheButtonOperationsFirstThenTheDesignBlock() {
+    App a;
+    a.program->Main("");
+    QStringList order;
+    for (QAction* x : a.main()->mnuEdit->actions())
+      order << (x->isSeparator() ? QString("-") : x->menu() ? x->menu()->objectName()
+                                                            : x->objectName());
+    const QStringList expected = {"mnuCut",          "mnuCopy",     "mnuPaste", "-",
+                                  "mnuDuplicate",    "mnuDelete",   "-",        "mnuBringToFront",
+                                  "mnuSendBack",     "-",           "mnuAlign", "mnuGrid",
+                                  "mnuLOCKED",       "mnuRefresh"};
+    QCOMPARE(order, expected);
+  }
+
   void onlyTheCurrentButtonIsDeletedWhateverElseIsSelected() {
     App a;
     a.program->Main("");

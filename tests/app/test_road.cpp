@@ -1,0 +1,295 @@
+// The road a user takes through one session: the program starts on a
+// project named on the command line, two buttons are picked, labelled for
+// the mouse-over state and dragged together on the design window, the
+// project is saved in place, and a fresh start on the saved file shows
+// every change and nothing else.
+#include <QAction>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QtTest>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+
+#include "app/frm_ask_to_associate.h"
+#include "app/options.h"
+#include "core/fs.h"
+#include "core/startup.h"
+#include "core/settings.h"
+#include "design/frm_design.h"
+#include "platform/qt_settings_store.h"
+#include "project/button_record.h"
+#include "properties/button_panel.h"
+#include "properties/frm_main.h"
+#include "render/scene.h"
+#include "tests/app/app_fixture.h"
+
+using namespace kp;
+using namespace kp::apptest;
+
+namespace {
+
+// One start of the program as main() makes it: the options, the settings
+// file, the real disk, and the program folder of the build.
+struct Run {
+  explicit Run(const std::vector<std::string>& args) {
+    opt = ParseStartOptions(args);
+    store = std::make_unique<QtSettingsStore>(opt.settingsFile);
+    program = std::make_unique<Program>(fs, *store, prompter, association,
+                                        ProgramFolder(opt.home));
+    program->endProcess = [this](int code) { ended.push_back(code); };
+    // The desktop has no file association: the offer would come, were it
+    // not switched off in the settings.
+    association.missing = true;
+  }
+  ~Run() { program.reset(); }
+
+  Project& p() { return program->project(); }
+  Env& env() { return program->env(); }
+  frmMain* main() { return program->MainWindow(); }
+  frmDesign* design() { return main()->Design(); }
+  ButtonPanel* panel() { return static_cast<ButtonPanel*>(main()->panel); }
+
+  StartOptions opt;
+  std::unique_ptr<QtSettingsStore> store;
+  DiskFileSystem fs;
+  TestPrompter prompter;
+  FakeAssociation association;
+  std::unique_ptr<Program> program;
+  std::vector<int> ended;
+};
+
+// The record of a button with the place of its mouse-over label taken from
+// `ref`: a label that is not placed by hand is centred again whenever the
+// button is painted in that state, so its place follows the paint.
+std::string WithOverLabelPlaceOf(tButton b, const tButton& ref) {
+  if (!b.PositionText[2]) {
+    b.LabelPosX[2] = ref.LabelPosX[2];
+    b.LabelPosY[2] = ref.LabelPosY[2];
+  }
+  return ButtonRecordText(b);
+}
+
+// The record of a button with its place and its mouse-over label as they
+// were: what must be left when exactly those were changed.
+std::string RecordWithout(tButton b, const tButton& was) {
+  b.x = was.x;
+  b.y = was.y;
+  b.Label[2] = was.Label[2];
+  return WithOverLabelPlaceOf(b, was);
+}
+
+QRect RectOf(const tButton& b) { return QRect(b.x, b.y, b.Width, b.Height); }
+
+}  // namespace
+
+class RoadTest : public QObject {
+  Q_OBJECT
+
+ private:
+  std::unique_ptr<ModalWatchdog> watchdog_;
+
+  static void ClickRow(Run& r, int row, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+    QListWidget* list = r.main()->lstButtons;
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, mods,
+                      list->visualItemRect(list->item(row)).center());
+    QTest::qWait(0);
+    QCoreApplication::processEvents();
+  }
+
+  static bool Shown(const Run& r, const std::string& text) {
+    for (const ShownBox& b : r.prompter.boxes)
+      if (b.text.find(text) != std::string::npos) return true;
+    return false;
+  }
+
+ private slots:
+  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
+  void cleanup() {
+    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
+    watchdog_.reset();
+  }
+
+  void twoButtonsLabelledForMouseOverAndDraggedTogetherSurviveSaveAndReopen() {
+    test::TempDir work;
+    const std::string projects = work.path() + "/Projects";
+    CopySampleProjects(projects);
+    const std::string file = projects + "/Demo.kpn";
+    QVERIFY(std::filesystem::path(file).is_absolute());
+    const std::string ini = work.file("settings/kestrelpane.ini");
+    const std::string bin = std::filesystem::path(ExecutablePath()).parent_path().string();
+    QVERIFY2(std::filesystem::exists(bin + "/Kestrel.ini"), "the build's program folder");
+
+    // The settings file as an earlier session left it: no start dialog, no
+    // association offer, no snapping to the grid.
+    std::filesystem::create_directories(work.path() + "/settings");
+    {
+      std::ofstream out(ini);
+      out << "[2.02]\n"
+             "Params\\DontShow_frm_Create_Recent=1\n"
+             "Params\\DontAskToAssociate=1\n"
+             "Params\\bAlignXY=0\n";
+    }
+    const std::vector<std::string> args = {"--home", bin, "--settings", ini, file};
+
+    const QString typed = "Road 17";
+    const int one = 1, six = 6;  // rows 0 and 5: not stacked over each other
+    const QPoint offset(17, 9);
+    std::map<int, tButton> loaded, was;
+    std::map<int, std::string> saved;  // the records as they were written
+    int count = 0;
+
+    {
+      Run r(args);
+      QCOMPARE(r.store->Get(kSecParams, "bAlignXY"), std::optional<std::string>("0"));
+      QCOMPARE(r.program->Main(r.opt.commandLine), -1);
+      QVERIFY(r.ended.empty());
+      QCOMPARE(r.association.checks, 1);
+      QCOMPARE(r.association.registered, 0);
+      QVERIFY(!Session().bAlignXY);
+      QCOMPARE(r.env().programFolder, bin);
+      QCOMPARE(r.p().sProjectFile, file);
+      QVERIFY(r.p().bReady);
+      QVERIFY(r.p().bProjectSaved);
+      QVERIFY(r.prompter.boxes.empty());
+      count = r.p().ButtonCount;
+      QVERIFY(count >= 7);
+      for (int i = 1; i <= count; ++i) loaded[i] = r.p().button(i);
+      QCOMPARE(r.main()->lstButtons->count(), count);
+      QVERIFY(r.main()->isVisible());
+      QVERIFY(r.design()->isVisible());
+
+      // The pick: a row, then another with Ctrl.
+      ClickRow(r, one - 1);
+      ClickRow(r, six - 1, Qt::ControlModifier);
+      QCOMPARE(r.main()->SelectedCount(), 2);
+      QVERIFY(r.main()->IsSelected(one) && r.main()->IsSelected(six));
+      QCOMPARE(int(r.p().iCurBtn), six);
+
+      // The mouse-over state, and the label typed over the shown one.
+      QTest::mouseClick(r.panel()->btnOverState, Qt::LeftButton);
+      QCOMPARE(r.p().sState, std::string("OVER"));
+      // Showing the state places the centred labels of every button for it,
+      // and changes nothing else.
+      for (int i = 1; i <= count; ++i) {
+        was[i] = r.p().button(i);
+        QCOMPARE(WithOverLabelPlaceOf(was[i], loaded[i]), ButtonRecordText(loaded[i]));
+      }
+      QVERIFY(r.p().bProjectSaved);
+      QLineEdit* txtLabel = r.panel()->txtLabel;
+      QTest::mouseClick(txtLabel, Qt::LeftButton);
+      QTest::keyClick(txtLabel, Qt::Key_A, Qt::ControlModifier);
+      QTest::keyClicks(txtLabel, typed);
+      QCOMPARE(txtLabel->text(), typed);
+      for (int i : {one, six}) QCOMPARE(r.p().button(i).Label[2], typed.toStdString());
+      QVERIFY(!r.p().bProjectSaved);
+
+      // The group dragged by one of its members on the design window.
+      frmDesign* d = r.design();
+      const QImage before = d->scene().Compose();
+      const tButton& b1 = r.p().button(one);
+      const QPoint grip(b1.x + b1.Width / 2, b1.y + b1.Height / 2 + 5);
+      QTest::mousePress(d, Qt::LeftButton, Qt::NoModifier, grip);
+      QTest::mouseMove(d, grip + offset);
+      QTest::mouseRelease(d, Qt::LeftButton, Qt::NoModifier, grip + offset);
+      QCoreApplication::processEvents();
+      QCOMPARE(r.main()->SelectedCount(), 2);
+      for (int i : {one, six}) {
+        QCOMPARE(int(r.p().button(i).x), was[i].x + offset.x());
+        QCOMPARE(int(r.p().button(i).y), was[i].y + offset.y());
+        QCOMPARE(d->scene().pButtons(i).Left, was[i].x + offset.x());
+        QCOMPARE(d->scene().pButtons(i).Top, was[i].y + offset.y());
+      }
+      const QImage after = d->scene().Compose();
+      QCOMPARE(after.size(), before.size());
+      for (int i : {one, six}) {
+        // The strip the button left along its top shows what lies under it
+        // now; its new place shows the button.
+        const QRect strip(was[i].x, was[i].y, was[i].Width, offset.y());
+        QVERIFY2(after.copy(strip) != before.copy(strip), "the place left behind was repainted");
+        const QRect moved = RectOf(r.p().button(i));
+        const QRect old = RectOf(was[i]);
+        QVERIFY2(after.copy(moved) != before.copy(moved), "the new place was repainted");
+        // The face moved as it was: the part no other button covers, at
+        // its new place, matches what stood at the old one.
+        const QRect face(0, 0, was[i].Width - offset.x() - 10, was[i].Height - 10);
+        QCOMPARE(after.copy(face.translated(moved.topLeft())),
+                 before.copy(face.translated(old.topLeft())));
+      }
+      // A button far from both kept its pixels.
+      int untouched = 0;
+      for (int j = 1; j <= count; ++j) {
+        if (j == one || j == six) continue;
+        const QRect rj = RectOf(was[j]);
+        bool near = false;
+        for (int i : {one, six})
+          near = near || rj.intersects(RectOf(was[i]).united(RectOf(r.p().button(i))));
+        if (near) continue;
+        QVERIFY2(after.copy(rj) == before.copy(rj),
+                 qPrintable(QString("button %1 was not touched").arg(j)));
+        ++untouched;
+      }
+      QVERIFY(untouched >= 3);
+      QVERIFY(!r.p().bProjectSaved);
+
+      // Save from the File menu: the project has its file, so it is
+      // written in place.
+      r.main()->mnuSave->trigger();
+      QCoreApplication::processEvents();
+      QVERIFY(r.prompter.saveDialogs.empty());
+      QVERIFY(!Shown(r, "Error Saving Buttons"));
+      QVERIFY(r.p().bProjectSaved);
+      QCOMPARE(r.p().sProjectFile, file);
+      const std::vector<RecentEntry> recent = GetRecent(r.env());
+      QVERIFY(!recent.empty());
+      QCOMPARE(recent.front().path, file);
+      QVERIFY(r.main()->mnuRecent[0]->isVisible());
+      QCOMPARE(r.main()->mnuRecent[0]->data().toByteArray().toStdString(), file);
+      for (int i = 1; i <= count; ++i) saved[i] = ButtonRecordText(r.p().button(i));
+
+      // Nothing is left to ask about on the way out.
+      const size_t asked = r.prompter.boxes.size();
+      QVERIFY(r.main()->close());
+      QCOMPARE(r.prompter.boxes.size(), asked);
+    }
+
+    // A fresh start on the saved file, with the settings the first run left.
+    Run r(args);
+    QCOMPARE(r.program->Main(r.opt.commandLine), -1);
+    QVERIFY(r.ended.empty());
+    QCOMPARE(r.association.registered, 0);
+    QVERIFY(r.prompter.boxes.empty());
+    QCOMPARE(r.p().sProjectFile, file);
+    QCOMPARE(int(r.p().ButtonCount), count);
+    QVERIFY(r.p().bProjectSaved);
+    for (int i : {one, six}) {
+      const tButton& b = r.p().button(i);
+      QCOMPARE(int(b.x), was[i].x + offset.x());
+      QCOMPARE(int(b.y), was[i].y + offset.y());
+      QCOMPARE(b.Label[2], typed.toStdString());
+      QCOMPARE(b.Label[1], was[i].Label[1]);
+      QCOMPARE(b.Label[3], was[i].Label[3]);
+      QVERIFY(b.Label[1] != b.Label[2] && b.Label[3] != b.Label[2]);
+      QCOMPARE(RecordWithout(b, was[i]), ButtonRecordText(was[i]));
+      QCOMPARE(r.design()->scene().pButtons(i).Left, was[i].x + offset.x());
+      QCOMPARE(r.design()->scene().pButtons(i).Top, was[i].y + offset.y());
+    }
+    for (int j = 1; j <= count; ++j) {
+      // The file holds what the session had, and the others as they were.
+      QCOMPARE(ButtonRecordText(r.p().button(j)), saved[j]);
+      if (j == one || j == six) continue;
+      QCOMPARE(ButtonRecordText(r.p().button(j)), ButtonRecordText(was[j]));
+    }
+    // The recent list, read from the settings file, leads with the file.
+    QCOMPARE(ReadRecentRaw(r.env())[0], file);
+    QVERIFY(r.main()->mnuRecent[0]->isVisible());
+    QCOMPARE(r.main()->mnuRecent[0]->data().toByteArray().toStdString(), file);
+    QVERIFY(r.main()->close());
+  }
+};
+
+QTEST_MAIN(RoadTest)
+#include "test_road.moc"
