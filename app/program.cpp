@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 
 #include "app/frm_ask_to_associate.h"
+#include "app/frm_browser_setup.h"
+#include "app/html_windows.h"
 #include "core/settings.h"
 #include "core/startup.h"
 #include "project/project_file.h"
@@ -19,6 +21,12 @@ Program::Program(FileSystem& fs, SettingsStore& store, Prompter& prompter,
 
 Program::~Program() {
   view_.target = nullptr;
+  view_.hideHTML = nullptr;
+  if (main_) {
+    main_->onBuild = nullptr;
+    main_->publishState = nullptr;
+  }
+  html_.reset();
   if (auto* qt = dynamic_cast<QtPrompter*>(&env_.prompter); qt && qt->Owner() == main_.get())
     qt->SetOwner(nullptr);
 }
@@ -51,6 +59,11 @@ int Program::Main(const std::string& commandLine) {
     if (endProcess) endProcess(code);
   };
   if (auto* qt = dynamic_cast<QtPrompter*>(&env_.prompter)) qt->SetOwner(main_.get());
+  main_->onBrowserSetup = [this] { frmBrowserSetup::Run(main_.get(), env_); };
+  html_ = std::make_unique<HtmlWindows>(project_, env_, *main_, lang_);
+  main_->onBuild = [this] { html_->btnBuild_Click(); };
+  main_->publishState = &html_->publish;
+  view_.hideHTML = [this] { html_->HideHTMLWindow(); };
   view_.target = &main_->View();
   if (!main_->ShowMain()) return 3;
   DrainEvents();

@@ -14,6 +14,7 @@
 namespace kp {
 
 class frmMain;
+class HtmlWindows;
 
 class Program {
  public:
@@ -31,6 +32,8 @@ class Program {
   Project& project() { return project_; }
   Env& env() { return env_; }
   frmMain* MainWindow() { return main_.get(); }
+  // The HTML window and its editors, once the main window exists.
+  HtmlWindows* Html() { return html_.get(); }
   const LangSettings& Language() const { return lang_; }
 
   // The browser detection, run last; the publishing level provides it.
@@ -44,6 +47,7 @@ class Program {
   class ViewProxy : public ProjectView {
    public:
     ProjectView* target = nullptr;
+    std::function<void()> hideHTML;
     void SetMainParams(Project& p) override { if (target) target->SetMainParams(p); }
     void ClearButtons() override { if (target) target->ClearButtons(); }
     void LoadButton(Project& p, int i) override { if (target) target->LoadButton(p, i); }
@@ -51,7 +55,10 @@ class Program {
     void SetTitles(const std::string& m, const std::string& d) override {
       if (target) target->SetTitles(m, d);
     }
-    void HideHTMLWindow() override { if (target) target->HideHTMLWindow(); }
+    void HideHTMLWindow() override {
+      if (hideHTML) hideHTML();
+      if (target) target->HideHTMLWindow();
+    }
     void RecentChanged() override { if (target) target->RecentChanged(); }
   };
 
@@ -65,6 +72,8 @@ class Program {
   FileAssociation& association_;
   LangSettings lang_;
   std::unique_ptr<frmMain> main_;
+  // Ends before the main window, whose children its windows are.
+  std::unique_ptr<HtmlWindows> html_;
 };
 
 }  // namespace kp

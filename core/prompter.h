@@ -69,6 +69,11 @@ struct CheckList {
   std::string clearAllCaption;
   std::string actionCaption;
   std::string cancelCaption;
+  // Run by the action button with the ticks as they stand, while the list
+  // is still open. True closes the list; false keeps it open, such as after
+  // "Please check at least one applet.". A prompter that does not run it
+  // returns from the action button, and the caller runs the action itself.
+  std::function<bool(const std::vector<bool>& ticked)> action;
 };
 
 class Prompter {

@@ -25,6 +25,8 @@
 #include "properties/frm_hex2color.h"
 #include "properties/frm_multi_line_editor.h"
 #include "properties/twips.h"
+#include "publish/export.h"
+#include "publish/sound.h"
 
 namespace kp {
 
@@ -205,6 +207,28 @@ void frmMain::mnuRecent_Click(int k) {
 
 void frmMain::mnuExit_Click() { close(); }
 
+void frmMain::btnBuild_Click() {
+  if (onBuild) onBuild();
+}
+
+void frmMain::mnuExport_Click() {
+  // The file menu is off while the export's dialogs and copies run.
+  class FileMenuView : public PublishView {
+   public:
+    explicit FileMenuView(QMenu* menu) : menu_(menu) {}
+    void SetFileMenuEnabled(bool enabled) override { menu_->menuAction()->setEnabled(enabled); }
+
+   private:
+    QMenu* menu_;
+  };
+  FileMenuView view(mnuFile);
+  GeneratorState st;
+  CodeBox box;
+  HtmlWindowState win;
+  PublishContext c{p_, env_, st, box, win, publishState ? *publishState : ownPublishState_, &view};
+  kp::mnuExport_Click(c);
+}
+
 void frmMain::GET_OLEDragDrop(const QStringList& files) {
   if (files.isEmpty()) return;
   if (AskToSaveChanges() == "CANCEL") return;
@@ -375,6 +399,16 @@ void frmMain::mnuHex2Color_Click() {
   Hex2Color()->raise();
 }
 
+void frmMain::mnuWav2Au_Click() { kp::mnuWav2Au_Click(env_); }
+
+void frmMain::mnuWav2Au_ReadMe_Click() { kp::mnuWav2Au_ReadMe_Click(env_); }
+
+// --- Settings ---------------------------------------------------------------------
+
+void frmMain::mnuBrowserSetup_Click() {
+  if (onBrowserSetup) onBrowserSetup();
+}
+
 frmMultiLineEditor* frmMain::MultiLineEditor(QLineEdit* txtLabel) {
   if (!multiLine_)
     multiLine_ = new frmMultiLineEditor(this, txtLabel, QTextOf(Texts(), "btnMultiLine.ToolTip"));
@@ -408,7 +442,7 @@ bool frmMain::Form_QueryUnload() {
 void frmMain::MyExit() {
   SaveCustColors(env_, SharedCustColors());
   WriteSizesOf(env_, design_, "frmDesign");
-  // frmHTML's sizes join here once the window exists.
+  // frmHTML stores its own as the loop below closes it.
   WriteSizesOf(env_, this, "frmMain");
   bUnloading = true;
   design_->bUnloading = true;

@@ -17,6 +17,7 @@
 #include "core/model.h"
 #include "design/design_host.h"
 #include "project/project_file.h"
+#include "publish/context.h"
 #include "properties/panel_hooks.h"
 #include "properties/ui_text.h"
 
@@ -25,6 +26,7 @@ class QGroupBox;
 class QLineEdit;
 class QListWidget;
 class QMenu;
+class QPushButton;
 
 namespace kp {
 
@@ -67,10 +69,20 @@ class frmMain : public QMainWindow {
   void mnuSaveAs_Click();
   void mnuRecent_Click(int k);
   void mnuExit_Click();
+  // The project and its media into one folder (the "Export..." entry).
+  void mnuExport_Click();
+  // --- Settings menu ---
+  void mnuBrowserSetup_Click();
   // --- Tools menu ---
   void mnuHex2Color_Click();
+  // The interactive WAV to AU converter and its read-me.
+  void mnuWav2Au_Click();
+  void mnuWav2Au_ReadMe_Click();
   // Files dropped on the main or the design window.
   void GET_OLEDragDrop(const QStringList& files);
+  // The HTML window shown; mnuMakeHTML only calls btnBuild_Click.
+  void btnBuild_Click();
+  void mnuMakeHTML_Click() { btnBuild_Click(); }
 
   // "SAVED", "YES", "NO" or "CANCEL"; Yes saves through mnuSave_Click.
   std::string AskToSaveChanges();
@@ -124,6 +136,15 @@ class frmMain : public QMainWindow {
   // a project loads, or a damaged default record.
   std::function<void(int)> endProcess;
 
+  // The browser list window; it lives with the HTML window's level.
+  std::function<void()> onBrowserSetup;
+  // The HTML window; it lives with the publishing level too.
+  std::function<void()> onBuild;
+  // The publishing commands' program-wide state (a Cancel in a copy error
+  // box silences copy errors until the program ends). Points to the one
+  // the HTML window shares when set; otherwise the window's own.
+  PublishState* publishState = nullptr;
+
   // Set once MyExit ran: the windows may close.
   bool bUnloading = false;
   // The language-dependent captions of the panel's options button.
@@ -138,6 +159,7 @@ class frmMain : public QMainWindow {
   QAction* mnuSave;
   QAction* mnuSaveAs;
   QAction* mnuExport;
+  QAction* mnuMakeHTML;
   QAction* mnuRecentSep;
   std::array<QAction*, 4> mnuRecent{};
   QAction* mnuExit;
@@ -146,8 +168,11 @@ class frmMain : public QMainWindow {
   QMenu* mnuSettings;
   QAction* mnuMakeDefaultBtn;
   QAction* mnuMakeDefaultBtnSep;
+  QAction* mnuBrowserSetup;
   QMenu* mnuTools;
   QAction* mnuHex2Color;
+  QAction* mnuWav2Au;
+  QAction* mnuWav2Au_ReadMe;
   QMenu* mnuHelp;
   // The design window's block of the Edit menu.
   QMenu* mnuAlign = nullptr;
@@ -164,6 +189,7 @@ class frmMain : public QMainWindow {
   // The button list, the selection of the whole program: row n is button n+1.
   QGroupBox* frameButtons;
   QListWidget* lstButtons;
+  QPushButton* btnBuild;
   // The button property panel's place.
   QGroupBox* frameBtnProp;
   // Global Properties.
@@ -200,6 +226,7 @@ class frmMain : public QMainWindow {
   QPointer<frmHex2Color> hex2color_;
   QPointer<frmMultiLineEditor> multiLine_;
   bool designPlaced_ = false;
+  PublishState ownPublishState_;
 };
 
 }  // namespace kp

@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -76,6 +77,11 @@ UiTexts& frmMain::Texts() {
       {"btnMultiLine.ToolTip", "Multiline Editor"},
       {"sMOREOPTIONS", "More Options"},
       {"sLESSOPTIONS", "Less Options"},
+      {"mnuBrowserSetup", "&Browsers..."},
+      {"mnuWav2Au", "&Wav to Au Converter..."},
+      {"mnuWav2Au_ReadMe", "Wav to Au Converter &ReadMe"},
+      {"mnuMakeHTML", "Make &HTML..."},
+      {"btnBuild", "&Build..."},
   };
   return t;
 }
@@ -162,9 +168,11 @@ void frmMain::BuildMenus() {
   mnuSave->setShortcut(QKeySequence::Save);
   mnuSaveAs = mnuFile->addAction(QString(), [this] { mnuSaveAs_Click(); });
   mnuFile->addSeparator();
-  // Export comes with the publishing commands.
-  mnuExport = mnuFile->addAction(QString());
-  mnuExport->setEnabled(false);
+  mnuMakeHTML = mnuFile->addAction(QString(), [this] { mnuMakeHTML_Click(); });
+  mnuMakeHTML->setObjectName("mnuMakeHTML");
+  mnuFile->addSeparator();
+  mnuExport = mnuFile->addAction(QString(), [this] { mnuExport_Click(); });
+  mnuExport->setObjectName("mnuExport");
   mnuRecentSep = mnuFile->addSeparator();
   for (int k = 1; k <= 4; ++k) {
     mnuRecent[k - 1] = mnuFile->addAction(QString(), [this, k] { mnuRecent_Click(k); });
@@ -184,9 +192,16 @@ void frmMain::BuildMenus() {
   mnuMakeDefaultBtn = mnuSettings->addAction(QString());
   mnuMakeDefaultBtn->setEnabled(false);
   mnuMakeDefaultBtnSep = mnuSettings->addSeparator();
+  mnuBrowserSetup = mnuSettings->addAction(QString(), [this] { mnuBrowserSetup_Click(); });
+  mnuBrowserSetup->setObjectName("mnuBrowserSetup");
   mnuTools = menuBar()->addMenu(QString());
   mnuTools->setObjectName("mnuTools");
   mnuHex2Color = mnuTools->addAction(QString(), [this] { mnuHex2Color_Click(); });
+  mnuTools->addSeparator();
+  mnuWav2Au = mnuTools->addAction(QString(), [this] { mnuWav2Au_Click(); });
+  mnuWav2Au->setObjectName("mnuWav2Au");
+  mnuWav2Au_ReadMe = mnuTools->addAction(QString(), [this] { mnuWav2Au_ReadMe_Click(); });
+  mnuWav2Au_ReadMe->setObjectName("mnuWav2Au_ReadMe");
   mnuHelp = menuBar()->addMenu(QString());
   mnuHelp->setObjectName("mnuHelp");
 }
@@ -247,8 +262,16 @@ void frmMain::BuildPanels() {
   auto* right = new QVBoxLayout;
   right->addWidget(frameBtnProp, 1);
   right->addWidget(frmGeneral);
+  // The road to the page starts under the button list.
+  btnBuild = new QPushButton(central);
+  btnBuild->setObjectName("btnBuild");
+  connect(btnBuild, &QPushButton::clicked, this, [this] { btnBuild_Click(); });
+  auto* left = new QVBoxLayout;
+  left->addWidget(frameButtons, 1);
+  left->addWidget(btnBuild);
+
   auto* row = new QHBoxLayout(central);
-  row->addWidget(frameButtons);
+  row->addLayout(left);
   row->addLayout(right, 1);
   setCentralWidget(central);
 }
@@ -260,6 +283,8 @@ void frmMain::ApplyTexts() {
   mnuOpen->setText(QTextOf(t, "mnuOpen"));
   mnuSave->setText(QTextOf(t, "mnuSave"));
   mnuSaveAs->setText(QTextOf(t, "mnuSaveAs"));
+  mnuMakeHTML->setText(QTextOf(t, "mnuMakeHTML"));
+  btnBuild->setText(QTextOf(t, "btnBuild"));
   mnuExport->setText(QTextOf(t, "mnuExport"));
   mnuExit->setText(QTextOf(t, "mnuExit"));
   mnuEdit->setTitle(QTextOf(t, "mnuEdit"));
@@ -267,6 +292,9 @@ void frmMain::ApplyTexts() {
   mnuMakeDefaultBtn->setText(QTextOf(t, "mnuMakeDefaultBtn"));
   mnuTools->setTitle(QTextOf(t, "mnuTools"));
   mnuHex2Color->setText(QTextOf(t, "mnuHex2Color"));
+  mnuBrowserSetup->setText(QTextOf(t, "mnuBrowserSetup"));
+  mnuWav2Au->setText(QTextOf(t, "mnuWav2Au"));
+  mnuWav2Au_ReadMe->setText(QTextOf(t, "mnuWav2Au_ReadMe"));
   mnuHelp->setTitle(QTextOf(t, "mnuHelp"));
   frameButtons->setTitle(QTextOf(t, "frameButtons"));
   frameBtnProp->setTitle(QTextOf(t, "frameBtnProp"));

@@ -1,21 +1,20 @@
 #include "properties/qt_prompter.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QDialog>
+#include <QDir>
 #include <QFileDialog>
-#include <QHBoxLayout>
+#include <QFileInfo>
 #include <QLabel>
-#include <QListWidget>
 #include <QMessageBox>
-#include <QPushButton>
+#include <QPlainTextEdit>
 #include <QTimer>
-#include <QVBoxLayout>
 
 #include "core/model.h"
 #include "properties/file_filter.h"
 #include "properties/frm_message.h"
 #include "properties/frm_my_msg_box.h"
+#include "properties/frm_publish_dialogs.h"
 #include "properties/ui_text.h"
 
 namespace kp {
@@ -51,7 +50,7 @@ frmMyMsgBox* QtPrompter::MyMsgBox() {
 
 Answer QtPrompter::MsgBox(const std::string& text, Buttons buttons, const std::string& title,
                           Icon icon) {
-  QMessageBox box(owner_);
+  QMessageBox box(Parent());
   box.setWindowTitle(BoxTitle(title));
   box.setTextFormat(Qt::PlainText);
   box.setText(BoxText(text));
@@ -125,114 +124,88 @@ void QtPrompter::ProgressHide() {
   lastPercent_ = -1;
 }
 
+namespace {
+
+// The file dialog of the program's questions. "Path must exist" is kept
+// here: Qt's own save dialog takes a name in a folder that is not there.
+class ProgramFileDialog : public QFileDialog {
+ public:
+  using QFileDialog::QFileDialog;
+  bool pathMustExist = false;
+
+  void accept() override {
+    const QStringList files = selectedFiles();
+    if (pathMustExist && !files.isEmpty()) {
+      const QFileInfo info(files.first());
+      if (!info.isDir() && !info.absoluteDir().exists()) {
+        QMessageBox::warning(this, windowTitle(),
+                             QFileDialog::tr("%1\nDirectory not found.\nPlease verify the "
+                                             "correct directory name was given.")
+                                 .arg(info.absolutePath()));
+        return;
+      }
+    }
+    QFileDialog::accept();
+  }
+};
+
+}  // namespace
+
+QWidget* QtPrompter::Parent() const {
+  // A question asked from one of the program's modal windows stands over
+  // that window.
+  if (QWidget* w = QApplication::activeModalWidget(); w && w->isVisible()) return w;
+  return owner_;
+}
+
 std::string QtPrompter::FileDialogImpl(const FileDialog& d, bool save) {
-  QFileDialog dlg(owner_, DisplayText(d.title), PathText(d.folder), QString::fromStdString(QtFilter(d.filter)));
+  ProgramFileDialog dlg(Parent(), DisplayText(d.title), PathText(d.folder),
+                        QString::fromStdString(QtFilter(d.filter)));
   dlg.setObjectName(save ? "SaveFileDialog" : "OpenFileDialog");
   dlg.setOption(QFileDialog::DontUseNativeDialog);
   dlg.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dlg.setFileMode(save || !d.fileMustExist ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dlg.pathMustExist = d.pathMustExist;
   if (!d.overwritePrompt) dlg.setOption(QFileDialog::DontConfirmOverwrite);
   if (!d.defaultExt.empty()) dlg.setDefaultSuffix(QString::fromStdString(d.defaultExt));
   if (!d.fileName.empty()) dlg.selectFile(PathText(d.fileName));
-  if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty()) return "";
+  // A box must not wait behind the busy pointer.
+  const bool busy = QApplication::overrideCursor() != nullptr;
+  if (busy) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  const int result = dlg.exec();
+  if (busy) QApplication::restoreOverrideCursor();
+  if (result != QDialog::Accepted || dlg.selectedFiles().isEmpty()) return "";
   return PathBytes(dlg.selectedFiles().first());
 }
 
 std::string QtPrompter::SaveFileDialog(const FileDialog& d) { return FileDialogImpl(d, true); }
 std::string QtPrompter::OpenFileDialog(const FileDialog& d) { return FileDialogImpl(d, false); }
 
-namespace {
-
-// A modal window whose Escape and close box press one chosen button, or do
-// nothing when it has none.
-class ButtonDialog : public QDialog {
- public:
-  using QDialog::QDialog;
-  int escapeResult = -1;
-  void reject() override {
-    if (escapeResult >= 0) done(escapeResult);
-  }
-};
-
-}  // namespace
-
 DialogResult QtPrompter::ShowDialog(const Dialog& d) {
-  ButtonDialog dlg(owner_);
-  dlg.setObjectName(QString::fromStdString(d.name));
-  dlg.setWindowTitle(BoxTitle(d.caption));
-  auto* label = new QLabel(BoxText(d.text), &dlg);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  QCheckBox* check = nullptr;
-  if (!d.checkCaption.empty()) {
-    check = new QCheckBox(DisplayText(d.checkCaption), &dlg);
-    check->setChecked(d.checked);
+  QWidget* parent = Parent();
+  if (d.name == "frmSomeFilesWarning") {
+    frmSomeFilesWarning form(parent);
+    return form.Run(d);
   }
-  auto* row = new QHBoxLayout;
-  row->addStretch();
-  for (size_t i = 0; i < d.buttons.size(); ++i) {
-    auto* b = new QPushButton(DisplayText(d.buttons[i].caption), &dlg);
-    b->setObjectName(QString("button%1").arg(i));
-    const std::function<void()>& action = d.buttons[i].action;
-    QObject::connect(b, &QPushButton::clicked, &dlg, [&dlg, &action, i] {
-      if (action) action();
-      else dlg.done(static_cast<int>(i));
-    });
-    row->addWidget(b);
+  if (d.name == "frmReadyForUpload") {
+    frmReadyForUpload form(parent);
+    return form.Run(d);
   }
-  dlg.escapeResult = d.cancelButton;
-  auto* box = new QVBoxLayout(&dlg);
-  box->addWidget(label);
-  if (check) box->addWidget(check);
-  box->addLayout(row);
-  if (d.beep) QTimer::singleShot(0, &dlg, [] { QApplication::beep(); });
-  int result = dlg.exec();
-  return {result, check ? check->isChecked() : d.checked};
+  if (d.name == "frmAutoRepHTML_MSG") {
+    frmAutoRepHTML_MSG form(parent);
+    form.txtMessage->setPlainText(BoxText(d.text));
+    return form.Run(d);
+  }
+  GenericProgramWindow form(parent, d.name);
+  form.setWindowTitle(BoxTitle(d.caption));
+  form.txtMessage->setText(BoxText(d.text));
+  if (d.beep) QTimer::singleShot(0, &form, [] { QApplication::beep(); });
+  return form.Run(d);
 }
 
 bool QtPrompter::ShowCheckList(CheckList& list) {
-  QDialog dlg(owner_);
-  dlg.setObjectName(QString::fromStdString(list.name));
-  dlg.setWindowTitle(BoxTitle(list.caption));
-  auto* label = new QLabel(BoxText(list.message), &dlg);
-  label->setTextFormat(Qt::PlainText);
-  label->setWordWrap(true);
-  auto* rows = new QListWidget(&dlg);
-  rows->setObjectName("lstRows");
-  for (size_t i = 0; i < list.rows.size(); ++i) {
-    auto* item = new QListWidgetItem(DisplayText(list.rows[i]), rows);
-    item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-    bool on = i < list.ticked.size() && list.ticked[i];
-    item->setCheckState(on ? Qt::Checked : Qt::Unchecked);
-  }
-  auto tickAll = [rows](Qt::CheckState s) {
-    for (int i = 0; i < rows->count(); ++i) rows->item(i)->setCheckState(s);
-  };
-  auto* selectAll = new QPushButton(DisplayText(list.selectAllCaption), &dlg);
-  auto* clearAll = new QPushButton(DisplayText(list.clearAllCaption), &dlg);
-  auto* action = new QPushButton(DisplayText(list.actionCaption), &dlg);
-  auto* cancel = new QPushButton(DisplayText(list.cancelCaption), &dlg);
-  action->setObjectName("btnAction");
-  cancel->setObjectName("btnCancel");
-  QObject::connect(selectAll, &QPushButton::clicked, &dlg, [&] { tickAll(Qt::Checked); });
-  QObject::connect(clearAll, &QPushButton::clicked, &dlg, [&] { tickAll(Qt::Unchecked); });
-  QObject::connect(action, &QPushButton::clicked, &dlg, &QDialog::accept);
-  QObject::connect(cancel, &QPushButton::clicked, &dlg, &QDialog::reject);
-  auto* row = new QHBoxLayout;
-  row->addWidget(selectAll);
-  row->addWidget(clearAll);
-  row->addStretch();
-  row->addWidget(action);
-  row->addWidget(cancel);
-  auto* box = new QVBoxLayout(&dlg);
-  box->addWidget(label);
-  box->addWidget(rows);
-  box->addLayout(row);
-  if (dlg.exec() != QDialog::Accepted) return false;
-  list.ticked.assign(list.rows.size(), false);
-  for (int i = 0; i < rows->count(); ++i)
-    list.ticked[static_cast<size_t>(i)] = rows->item(i)->checkState() == Qt::Checked;
-  return true;
+  frmAutoRepHTML_2 form(Parent());
+  return form.Run(list);
 }
 
 void QtPrompter::Busy(bool on) {

@@ -46,6 +46,9 @@ class QtPrompter : public Prompter {
 
  private:
   std::string FileDialogImpl(const FileDialog& d, bool save);
+  // The window a box or dialog stands over: the active modal window, else
+  // the owner.
+  QWidget* Parent() const;
 
   QPointer<QWidget> owner_;
   QPointer<frmMessage> message_;

@@ -184,10 +184,19 @@ bool BeginOperation(PublishContext& c, AutoReplacePage& page, const std::string&
   list.clearAllCaption = "Clear All";
   list.actionCaption = "Replace Selected Applets";
   list.cancelCaption = "Cancel";
-  // The window stays open until a replacement ran or it is cancelled.
+  // The window stays open until a replacement ran or it is cancelled: a
+  // window that runs the action itself stays up through its messages.
+  bool replaced = false;
+  list.action = [&c, &page, &replaced](const std::vector<bool>& ticked) {
+    page.ticked = ticked;
+    page.ticked.resize(page.rows.size(), false);
+    replaced = btnReplace_Click(c, page);
+    return replaced;
+  };
   for (;;) {
     list.ticked = page.ticked;
     if (!c.env.prompter.ShowCheckList(list)) return false;
+    if (replaced) return true;
     page.ticked = list.ticked;
     page.ticked.resize(page.rows.size(), false);
     if (btnReplace_Click(c, page)) return true;
