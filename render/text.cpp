@@ -75,16 +75,16 @@ struct QtTextMeasure::Impl {
   // label typed letter by letter) starts them afresh.
   static constexpr size_t kMaxEntries = 8192;
 
-  Face& FaceOf(const FontSpec& spec) {
-    const std::string key = KeyOf(spec);
+  Face& FaceOf(const FontSpec& want) {
+    const std::string key = KeyOf(want);
     auto it = faces.find(key);
     if (it != faces.end()) return it->second;
     if (faces.size() > 256) faces.clear();
     Face face;
-    face.font = QFont(QString::fromStdString(ResolveFontFamily(spec.name)));
-    face.font.setPixelSize(PixelSizeOf(spec.size));
-    face.font.setBold(spec.bold);
-    face.font.setItalic(spec.italic);
+    face.font = QFont(QString::fromStdString(ResolveFontFamily(want.name)));
+    face.font.setPixelSize(PixelSizeOf(want.size));
+    face.font.setBold(want.bold);
+    face.font.setItalic(want.italic);
     face.font.setKerning(false);
     face.font.setStyleStrategy(QFont::NoAntialias);
     face.font.setHintingPreference(QFont::PreferFullHinting);
