@@ -18,6 +18,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "core/env.h"
@@ -221,6 +222,10 @@ class frmDesign : public QWidget {
   void dropEvent(QDropEvent* e) override;
 
  private:
+  // Writes a snapped position or size into Btn(i), marks the project changed
+  // when it moved, and redraws; nothing when there was nothing to snap to.
+  void SnapField(int i, i16 tButton::*field, const std::optional<i16>& snapped, bool bMoveSizer);
+
   class Hooks;
   enum class Target { None, Button, Sizer, Marker, Form };
 

@@ -14,60 +14,36 @@ namespace kp {
 
 // --- Snapping ------------------------------------------------------------------------
 
+void frmDesign::SnapField(int i, i16 tButton::*field, const std::optional<i16>& snapped,
+                          bool bMoveSizer) {
+  if (!snapped) return;
+  tButton& b = p_.button(i);
+  if (*snapped != b.*field) p_.bProjectSaved = false;
+  b.*field = *snapped;
+  RedrawButton(i, false, false, false, true);
+  if (bMoveSizer) MoveSizer(i);
+}
+
 void frmDesign::AlignX(int i, bool bMoveSizer) {
   if (bLocked || !ValidButton(i)) return;
-  try {
-    tButton& b = p_.button(i);
-    const std::optional<i16> x = SnapPos(b.x, Session().iGridX);
-    if (!x) return;
-    if (*x != b.x) p_.bProjectSaved = false;
-    b.x = *x;
-    RedrawButton(i, false, false, false, true);
-    if (bMoveSizer) MoveSizer(i);
-  } catch (...) {
-  }
+  SnapField(i, &tButton::x, SnapPos(p_.button(i).x, Session().iGridX), bMoveSizer);
 }
 
 void frmDesign::AlignY(int i, bool bMoveSizer) {
   if (bLocked || !ValidButton(i)) return;
-  try {
-    tButton& b = p_.button(i);
-    const std::optional<i16> y = SnapPos(b.y, Session().iGridY);
-    if (!y) return;
-    if (*y != b.y) p_.bProjectSaved = false;
-    b.y = *y;
-    RedrawButton(i, false, false, false, true);
-    if (bMoveSizer) MoveSizer(i);
-  } catch (...) {
-  }
+  SnapField(i, &tButton::y, SnapPos(p_.button(i).y, Session().iGridY), bMoveSizer);
 }
 
 void frmDesign::AlignW(int i, bool bMoveSizer, bool bRoundUp) {
   if (bLocked || !ValidButton(i)) return;
-  try {
-    tButton& b = p_.button(i);
-    const std::optional<i16> w = SnapSize(b.Width, Session().iGridX, bRoundUp);
-    if (!w) return;
-    if (*w != b.Width) p_.bProjectSaved = false;
-    b.Width = *w;
-    RedrawButton(i, false, false, false, true);
-    if (bMoveSizer) MoveSizer(i);
-  } catch (...) {
-  }
+  SnapField(i, &tButton::Width, SnapSize(p_.button(i).Width, Session().iGridX, bRoundUp),
+            bMoveSizer);
 }
 
 void frmDesign::AlignH(int i, bool bMoveSizer, bool bRoundUp) {
   if (bLocked || !ValidButton(i)) return;
-  try {
-    tButton& b = p_.button(i);
-    const std::optional<i16> h = SnapSize(b.Height, Session().iGridY, bRoundUp);
-    if (!h) return;
-    if (*h != b.Height) p_.bProjectSaved = false;
-    b.Height = *h;
-    RedrawButton(i, false, false, false, true);
-    if (bMoveSizer) MoveSizer(i);
-  } catch (...) {
-  }
+  SnapField(i, &tButton::Height, SnapSize(p_.button(i).Height, Session().iGridY, bRoundUp),
+            bMoveSizer);
 }
 
 // --- Lining up -----------------------------------------------------------------------

@@ -21,32 +21,6 @@
 
 namespace kp {
 
-// --- SwatchBox -----------------------------------------------------------------------
-
-SwatchBox::SwatchBox(QWidget* parent) : QFrame(parent) {
-  setFrameStyle(QFrame::Panel | QFrame::Sunken);
-  setCursor(Qt::PointingHandCursor);
-}
-
-void SwatchBox::setColour(Colour c) {
-  colour_ = c;
-  update();
-}
-
-void SwatchBox::paintEvent(QPaintEvent* e) {
-  {
-    QPainter painter(this);
-    painter.fillRect(contentsRect(),
-                     QColor(colour_ & 0xFF, (colour_ >> 8) & 0xFF, (colour_ >> 16) & 0xFF));
-  }
-  QFrame::paintEvent(e);
-}
-
-void SwatchBox::mouseReleaseEvent(QMouseEvent* e) {
-  QFrame::mouseReleaseEvent(e);
-  if (onClick) onClick();
-}
-
 // --- frmGrid ---------------------------------------------------------------------------
 
 frmGrid::frmGrid(frmDesign& design, Project& p, Env& env, DesignHost& host, QWidget* parent)
@@ -73,7 +47,7 @@ frmGrid::frmGrid(frmDesign& design, Project& p, Env& env, DesignHost& host, QWid
   scrollY = new QScrollBar(Qt::Horizontal, this);
   scrollY->setObjectName("scrollY");
   lblGridColor = new QLabel(this);
-  picGridColor = new SwatchBox(this);
+  picGridColor = new ColourBox(this);
   picGridColor->setObjectName("picGridColor");
   picGridColor->setFixedSize(40, 20);
   btnApply = new QPushButton(this);

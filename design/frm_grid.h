@@ -9,6 +9,7 @@
 
 #include "core/env.h"
 #include "core/model.h"
+#include "design/colour_box.h"
 #include "design/design_host.h"
 
 class QCheckBox;
@@ -21,22 +22,6 @@ class QScrollBar;
 namespace kp {
 
 class frmDesign;
-
-// A box that shows one colour and reports a click.
-class SwatchBox : public QFrame {
- public:
-  explicit SwatchBox(QWidget* parent = nullptr);
-  Colour colour() const { return colour_; }
-  void setColour(Colour c);
-  std::function<void()> onClick;
-
- protected:
-  void paintEvent(QPaintEvent* e) override;
-  void mouseReleaseEvent(QMouseEvent* e) override;
-
- private:
-  Colour colour_ = 0;
-};
 
 class frmGrid : public QDialog {
  public:
@@ -72,7 +57,7 @@ class frmGrid : public QDialog {
   QLineEdit* txtY;
   QScrollBar* scrollY;
   QLabel* lblGridColor;
-  SwatchBox* picGridColor;
+  ColourBox* picGridColor;
   QPushButton* btnApply;
   QPushButton* btnOK;
   QPushButton* btnCANCEL;

@@ -21,7 +21,7 @@
 #include "core/conv.h"
 #include "design/frm_design.h"
 #include "properties/button_list.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/colour_dialog.h"
 #include "properties/frm_main.h"
 

@@ -14,7 +14,7 @@
 #include "design/frm_design.h"
 #include "properties/button_list.h"
 #include "properties/button_panel.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/frm_main.h"
 #include "properties/frm_multi_line_editor.h"
 #include "publish/sound.h"

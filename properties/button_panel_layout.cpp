@@ -15,7 +15,7 @@
 #include <QVBoxLayout>
 
 #include "properties/button_panel.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/frm_main.h"
 
 namespace kp {

@@ -7,7 +7,7 @@
 #include <QPushButton>
 
 #include "core/text_tools.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/colour_dialog.h"
 
 namespace kp {

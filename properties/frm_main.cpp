@@ -19,7 +19,7 @@
 #include "design/design_texts.h"
 #include "design/frm_design.h"
 #include "project/new_project.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/colour_dialog.h"
 #include "properties/frm_create_recent.h"
 #include "properties/frm_hex2color.h"

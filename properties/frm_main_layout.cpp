@@ -18,7 +18,7 @@
 
 #include "design/frm_design.h"
 #include "properties/button_panel.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/frm_main.h"
 
 namespace kp {

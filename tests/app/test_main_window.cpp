@@ -12,7 +12,7 @@
 
 #include "core/conv.h"
 #include "design/frm_design.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/colour_dialog.h"
 #include "properties/file_filter.h"
 #include "properties/frm_create_recent.h"

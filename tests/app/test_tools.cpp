@@ -12,7 +12,7 @@
 #include <QtTest>
 
 #include "core/settings.h"
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 #include "properties/colour_dialog.h"
 #include "properties/file_filter.h"
 #include "properties/frm_hex2color.h"

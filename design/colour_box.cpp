@@ -1,9 +1,8 @@
-#include "properties/colour_box.h"
+#include "design/colour_box.h"
 
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "properties/colour_dialog.h"
 
 namespace kp {
 
@@ -21,7 +20,8 @@ void ColourBox::setColour(Colour c) {
 
 void ColourBox::paintEvent(QPaintEvent* e) {
   QPainter painter(this);
-  painter.fillRect(contentsRect(), ToQColor(colour_));
+  painter.fillRect(contentsRect(),
+                   QColor(colour_ & 0xFF, (colour_ >> 8) & 0xFF, (colour_ >> 16) & 0xFF));
   painter.end();
   QFrame::paintEvent(e);
 }

@@ -1,5 +1,6 @@
 // A picture box that shows one colour and reports a click: the colour
-// controls of the panels (picColor, picGeneralBackGround ...).
+// controls of the panels (picColor, picGeneralBackGround ...) and of the
+// grid dialog.
 #pragma once
 
 #include <QFrame>
