@@ -152,9 +152,10 @@ class ProgramFileDialog : public QFileDialog {
 }  // namespace
 
 QWidget* QtPrompter::Parent() const {
-  // A question asked from one of the program's modal windows stands over
-  // that window.
+  // A question stands over the window it was asked from: a modal window
+  // first, otherwise the active one (the HTML window's build, say).
   if (QWidget* w = QApplication::activeModalWidget(); w && w->isVisible()) return w;
+  if (QWidget* w = QApplication::activeWindow(); w && w->isVisible()) return w;
   return owner_;
 }
 
