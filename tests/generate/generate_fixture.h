@@ -15,6 +15,9 @@ namespace kp::test {
 // temp folder) and the sound click.au.
 Project TwoButtonExample(TestEnv& t);
 
+// The code box of that project, character for character.
+std::string TwoButtonExampleBlock();
+
 // A project with applet defaults and n plain buttons at (10 + 110 * k, 10).
 Project PlainProject(int n);
 
