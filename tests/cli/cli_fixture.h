@@ -2,6 +2,7 @@
 // a process shows (exit codes, the settings file, stdout bytes).
 #pragma once
 
+#include <filesystem>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -23,7 +24,11 @@ inline CliRun RunCommand(TestEnv& t, const std::string& command,
   CliPrompter prompter(err);
   Env env{t.fs, t.store, prompter, t.view, t.home.path()};
   CliRun r;
+  // Some commands change into the folder they work in (as the program
+  // does); the test's own folder must survive the temp folder's removal.
+  const auto cwd = std::filesystem::current_path();
   r.code = cli::Run(env, prompter, command, args, out, err);
+  std::filesystem::current_path(cwd);
   r.out = out.str();
   r.err = err.str();
   return r;
