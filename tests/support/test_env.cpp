@@ -114,10 +114,17 @@ TempDir::TempDir() {
   std::filesystem::remove_all(base);
   std::filesystem::create_directories(base);
   path_ = base.string();
+  std::error_code ec;
+  home_ = std::filesystem::current_path(ec).string();
 }
 
 TempDir::~TempDir() {
   std::error_code ec;
+  // Code under test may have changed into this folder (as the program does
+  // before a build); leave it before it goes, or later tests lose their
+  // working folder.
+  auto cwd = std::filesystem::current_path(ec).string();
+  if (!ec && cwd.compare(0, path_.size(), path_) == 0) std::filesystem::current_path(home_, ec);
   std::filesystem::remove_all(path_, ec);
 }
 

@@ -107,6 +107,7 @@ class TempDir {
 
  private:
   std::string path_;
+  std::string home_;  // the working folder when the folder was made
 };
 
 // Everything an Env needs, owned together. programFolder is a temp folder.
