@@ -18,6 +18,7 @@
 #include "core/association.h"
 #include "core/settings.h"
 #include "properties/qt_prompter.h"
+#include "tests/app/window_driver.h"
 #include "tests/support/test_env.h"
 
 namespace kp::apptest {
@@ -26,25 +27,8 @@ namespace kp::apptest {
 // Returns a flag that tells whether it ran.
 template <class T>
 std::shared_ptr<bool> WhenModal(std::function<void(T*)> act, int ms = 5000) {
-  auto ran = std::make_shared<bool>(false);
-  auto* timer = new QTimer;
-  auto clock = std::make_shared<QElapsedTimer>();
-  clock->start();
-  QObject::connect(timer, &QTimer::timeout, [timer, act, clock, ms, ran] {
-    if (T* w = dynamic_cast<T*>(QApplication::activeModalWidget()); w && w->isVisible()) {
-      timer->stop();
-      timer->deleteLater();
-      *ran = true;
-      act(w);
-      return;
-    }
-    if (clock->elapsed() > ms) {
-      timer->stop();
-      timer->deleteLater();
-    }
-  });
-  timer->start(10);
-  return ran;
+  return WhenModalMatches([](QWidget* w) { return dynamic_cast<T*>(w) != nullptr; },
+                          [act](QWidget* w) { act(dynamic_cast<T*>(w)); }, ms);
 }
 
 // Closes a modal window nobody answers, so that a failing test fails

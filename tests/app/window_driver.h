@@ -19,17 +19,17 @@
 
 namespace kp::apptest {
 
-// Runs `act` on the first visible modal window whose objectName is `name`
-// and that is not `skip`, within `ms`. The flag tells whether it ran.
-inline std::shared_ptr<bool> WhenWindow(const QString& name, std::function<void(QWidget*)> act,
-                                        QWidget* skip = nullptr, int ms = 5000) {
+// Polls every 10 ms for `ms` for a visible modal window that `match`
+// accepts, and runs `act` on it once. The flag tells whether it ran.
+inline std::shared_ptr<bool> WhenModalMatches(std::function<bool(QWidget*)> match,
+                                              std::function<void(QWidget*)> act, int ms) {
   auto ran = std::make_shared<bool>(false);
   auto* timer = new QTimer;
   auto clock = std::make_shared<QElapsedTimer>();
   clock->start();
-  QObject::connect(timer, &QTimer::timeout, [timer, act, clock, ms, ran, name, skip] {
+  QObject::connect(timer, &QTimer::timeout, [timer, match, act, clock, ms, ran] {
     QWidget* w = QApplication::activeModalWidget();
-    if (w && w != skip && w->isVisible() && w->objectName() == name) {
+    if (w && w->isVisible() && match(w)) {
       timer->stop();
       timer->deleteLater();
       *ran = true;
@@ -45,28 +45,18 @@ inline std::shared_ptr<bool> WhenWindow(const QString& name, std::function<void(
   return ran;
 }
 
+// Runs `act` on the first visible modal window whose objectName is `name`
+// and that is not `skip`, within `ms`.
+inline std::shared_ptr<bool> WhenWindow(const QString& name, std::function<void(QWidget*)> act,
+                                        QWidget* skip = nullptr, int ms = 5000) {
+  return WhenModalMatches([name, skip](QWidget* w) { return w != skip && w->objectName() == name; },
+                          act, ms);
+}
+
 // The same for the first visible modal message box.
 inline std::shared_ptr<bool> WhenBox(std::function<void(QMessageBox*)> act, int ms = 5000) {
-  auto ran = std::make_shared<bool>(false);
-  auto* timer = new QTimer;
-  auto clock = std::make_shared<QElapsedTimer>();
-  clock->start();
-  QObject::connect(timer, &QTimer::timeout, [timer, act, clock, ms, ran] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box && box->isVisible()) {
-      timer->stop();
-      timer->deleteLater();
-      *ran = true;
-      act(box);
-      return;
-    }
-    if (clock->elapsed() > ms) {
-      timer->stop();
-      timer->deleteLater();
-    }
-  });
-  timer->start(10);
-  return ran;
+  return WhenModalMatches([](QWidget* w) { return qobject_cast<QMessageBox*>(w) != nullptr; },
+                          [act](QWidget* w) { act(qobject_cast<QMessageBox*>(w)); }, ms);
 }
 
 // A control of a window by its name.
