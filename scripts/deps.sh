@@ -14,3 +14,14 @@ if ((${#missing[@]})); then
   apt-get update -qq
   apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 fi
+# The player's browser tests drive Chromium from Node (playwright-core, used
+# only as a client of the system's Chromium; it downloads no browser).
+if ! command -v node >/dev/null || ! command -v npm >/dev/null; then
+  export DEBIAN_FRONTEND=noninteractive
+  apt-get update -qq
+  apt-get install -y -qq --no-install-recommends nodejs npm >/dev/null
+fi
+browser_tests="$(dirname "$0")/../tests/player/browser"
+if [ ! -d "$browser_tests/node_modules/playwright-core" ]; then
+  (cd "$browser_tests" && npm ci --no-audit --no-fund --loglevel=error >/dev/null)
+fi

@@ -1,0 +1,194 @@
+
+// ---------------------------------------------------------------------------
+// The parameters read back. The designer writes each value as fields that
+// end in "|"; a button's value is then packed: "^|" repeats the field
+// before, "^" plus a base-36 digit repeats it that many more times, and a
+// long run of bars was shortened the same way. The applet record "p" is
+// never packed.
+
+const DEC_DIGITS = '0123456789abcdefghijklmnopqrstuvwxyz';
+
+// The fields of a packed value, in order, with every repeat spelled out.
+KP.unpack = function (value) {
+  const out = [];
+  const n = value.length;
+  let i = 0;
+  while (i < n) {
+    if (value.charCodeAt(i) === 94 /* ^ */ && i + 1 < n) {
+      const c = value[i + 1];
+      const prev = out.length ? out[out.length - 1] : '';
+      if (c === '|') {
+        out.push(prev);
+        i += 2;
+        continue;
+      }
+      const d = DEC_DIGITS.indexOf(c);
+      if (d >= 0) {
+        for (let k = 0; k < d; k++) out.push(prev);
+        i += 2;
+        continue;
+      }
+    }
+    let j = value.indexOf('|', i);
+    if (j < 0) j = n;
+    out.push(value.slice(i, j));
+    i = j + 1;
+  }
+  return out;
+};
+
+// A text field: the three substitutions that keep quotes, bars and repeat
+// marks out of the value.
+KP.unescapeText = function (s) {
+  if (s.indexOf('&!') < 0) return s;
+  return s.split('&!2').join('"').split('&!3').join('|').split('&!4').join('^');
+};
+
+// A button name or a program token: blanks and semicolons were escaped too.
+KP.unescapeName = function (s) {
+  if (s.indexOf('&') < 0) return s;
+  return s.split('&nbsp').join(' ').split('&!0').join(' ').split('&!1').join(';')
+    .split('&!2').join('"').split('&!3').join('|').split('&!4').join('^');
+};
+
+// Integers are plain decimal; anything else reads as 0, as a bad number
+// never stops the bar.
+function decInt(s) {
+  if (s === undefined || !/^[+-]?\d+$/.test(s)) return 0;
+  const v = parseInt(s, 10);
+  return Number.isFinite(v) ? v : 0;
+}
+
+// Colours are written red, green, blue with leading zeros dropped; the
+// model keeps red in the low byte.
+KP.parseColour = function (s) {
+  if (!s || !/^[0-9A-Fa-f]{1,6}$/.test(s)) return 0;
+  const v = parseInt(s, 16);
+  return ((v >> 16) & 255) | (v & 0xff00) | ((v & 255) << 16);
+};
+const decColour = KP.parseColour;
+
+const DEC_FONTS = ['Arial', 'Courier', 'Times', 'Dialog'];
+function decFont(s) {
+  return DEC_FONTS[decInt(s)] || 'Arial';
+}
+
+KP.decodeApplet = function (value, width, height) {
+  const f = String(value || '').split('|');
+  const at = (k) => (f[k - 1] === undefined ? '' : f[k - 1]);
+  const flags = decInt(at(14));
+  return {
+    AppletWidth: width,
+    AppletHeight: height,
+    BackGround: decColour(at(1)),
+    sLoading: at(2),
+    cLoadingFont: decColour(at(3)),
+    cLoadingBack: decColour(at(4)),
+    iLoadingFont_Size: decInt(at(5)),
+    iLoadingFont_Style: decInt(at(6)),
+    iLoadingFont_Name: decInt(at(7)),
+    ButtonCount: Math.max(0, decInt(at(8))),
+    iFadeStyle: decInt(at(9)),
+    cFadeColor: decColour(at(10)),
+    AppletProgramStart: at(11),
+    BackImg: KP.unescapeText(at(12)),
+    BackImgStyle: decInt(at(13)),
+    bUnusualRepaint: (flags & 16) !== 0,
+    bDoScroll: (flags & 8) !== 0,
+    bPreLoad: (flags & 4) !== 0,
+    bClip: (flags & 1) !== 0,
+    DOWNBtn: decInt(at(15)),
+    AppletProgramOVER: at(16),
+    AppletProgramDOWN: at(17),
+    AppletProgramOUT: at(18),
+    iBgOffsetX: decInt(at(19)),
+    iBgOffsetY: decInt(at(20)),
+    iDescentX: decInt(at(21)),
+    iDescentY: decInt(at(22)),
+    iScFirstBtn: decInt(at(23)),
+    iScStep: decInt(at(24)),
+    iScDelay: decInt(at(25)),
+    iScDirection: decInt(at(26)),
+    cTipBackColor: decColour(at(27)),
+    cTipTextColor: decColour(at(28)),
+    cTipBorderColor: decColour(at(29)),
+    iTipBorderWidth: decInt(at(30)),
+    iTipDelay: decInt(at(31)),
+    iTipHideAfter: decInt(at(32)),
+    iTipFontStyle: decInt(at(33)),
+    iTipFontSize: decInt(at(34)),
+    iTipFont: decInt(at(35)),
+    ImgPath: at(36),
+    SndPath: at(37),
+    iABorderStyle: decInt(at(38)),
+    iABorderWidth: decInt(at(39)),
+    iABorderShade: decInt(at(40)),
+    cABorderColor: decColour(at(41)),
+  };
+};
+
+// Three fields, one a state, starting at field `first`, every `step`.
+function decTri(f, first, step, conv) {
+  return [undefined, conv(f(first)), conv(f(first + step)), conv(f(first + 2 * step))];
+}
+
+KP.decodeButton = function (value, index) {
+  const fields = KP.unpack(String(value || ''));
+  const f = (k) => (fields[k - 1] === undefined ? '' : fields[k - 1]);
+  const flags = decInt(f(5));
+  const bit = (v) => (flags & v) !== 0;
+  const bits = (a, b, c) => [undefined, bit(a), bit(b), bit(c)];
+  const text = KP.unescapeText;
+  const name = f(91);
+  return {
+    index: index,
+    sBName: name === '' ? 'Button ' + index : KP.unescapeName(name),
+    x: decInt(f(1)),
+    y: decInt(f(2)),
+    Width: decInt(f(3)),
+    Height: decInt(f(4)),
+    ShowHand: bit(1),
+    Radio: bit(2),
+    Hidden: bit(32),
+    noBackGround: bits(4, 8, 16),
+    TFrameLight: bits(64, 128, 256),
+    TFrameLeftToRight: bits(512, 1024, 2048),
+    SoundStop: bits(4096, 8192, 16384),
+    SoundLoop: bits(32768, 65536, 131072),
+    FontColor: decTri(f, 6, 1, decColour),
+    BorderColor: decTri(f, 9, 2, decColour),
+    BackColor: decTri(f, 10, 2, decColour),
+    TFrameColor: decTri(f, 15, 1, decColour),
+    FadeColor: decTri(f, 18, 1, decColour),
+    FrameColor: decTri(f, 21, 1, decColour),
+    PositionText: decTri(f, 24, 1, (s) => decInt(s) !== 0),
+    LabelPosX: decTri(f, 27, 2, decInt),
+    LabelPosY: decTri(f, 28, 2, decInt),
+    Font: decTri(f, 33, 1, decFont),
+    TFrameShade: decTri(f, 36, 1, decInt),
+    FontStyle: decTri(f, 39, 1, decInt),
+    FadeStyle: decTri(f, 42, 1, decInt),
+    TFrameThick: decTri(f, 45, 1, decInt),
+    FrameThick: decTri(f, 48, 1, decInt),
+    ImgX: decTri(f, 51, 2, decInt),
+    ImgY: decTri(f, 52, 2, decInt),
+    ImgStyle: decTri(f, 57, 1, decInt),
+    BorderStyle: decTri(f, 60, 1, decInt),
+    BorderWidth: decTri(f, 63, 1, decInt),
+    BorderShade: decTri(f, 66, 1, decInt),
+    FontSize: decTri(f, 69, 1, decInt),
+    Label: decTri(f, 72, 1, text),
+    URL: text(f(75)),
+    Status: text(f(76)),
+    Target: text(f(77)),
+    Image: decTri(f, 78, 1, text),
+    Snd: decTri(f, 81, 1, text),
+    ProgramUP: f(84),
+    ProgramLEAVE: f(85),
+    ProgramOVER: f(86),
+    ProgramDOWN: f(87),
+    ProgramCHECK: f(88),
+    ProgramUNCHECK: f(89),
+    Tip: text(f(90)),
+  };
+};

@@ -1,0 +1,167 @@
+const test = require('node:test');
+const assert = require('node:assert/strict');
+const KP = require('./load.js');
+
+// The designer's packing of a button's fields, as the generator does it:
+// a field equal to the one before is "^", then runs of "^|" and of bars
+// are shortened, longest first.
+const DIGITS = '0123456789abcdefghijklmnopqrstuvwxyz';
+function pack(fields) {
+  let line = '';
+  let last = '';
+  for (const v of fields) {
+    line += (v !== '' && v === last ? '^' : v) + '|';
+    last = v;
+  }
+  for (let n = 35; n >= 2; n--) line = line.split('^|'.repeat(n)).join('^' + DIGITS[n]);
+  for (let n = 36; n >= 4; n--) line = line.split('|'.repeat(n)).join('||^' + DIGITS[n - 2]);
+  return line;
+}
+
+test('unpack: equal neighbours of different meaning repeat the field before', () => {
+  assert.deepEqual(KP.unpack('10|^|100|'), ['10', '10', '100']);
+});
+
+test('unpack: three zeros packed as 0|^2 are three fields', () => {
+  assert.deepEqual(KP.unpack('0|^2'), ['0', '0', '0']);
+});
+
+test('unpack: 41 repeats after a first field come back from ^z^6 with the next field behind', () => {
+  const fields = KP.unpack('0|^z^69|');
+  assert.equal(fields.length, 43);
+  assert.ok(fields.slice(0, 42).every((f) => f === '0'));
+  assert.equal(fields[42], '9');
+});
+
+test('unpack: a run of four bars packed as ||^2 gives three empty fields', () => {
+  assert.deepEqual(KP.unpack('a||^2b|'), ['a', '', '', '', 'b']);
+  assert.deepEqual(KP.unpack('a|||b|'), ['a', '', '', 'b']);
+});
+
+test('unpack: 15 empty trailing fields end in ||^e', () => {
+  const fields = KP.unpack('x||^e');
+  assert.equal(fields.length, 16);
+  assert.equal(fields[0], 'x');
+  assert.ok(fields.slice(1).every((f) => f === ''));
+});
+
+test('unpack: a repeat after a run of repeats and a run of bars', () => {
+  assert.deepEqual(KP.unpack('a|^2||^2'), ['a', 'a', 'a', '', '', '', '']);
+  assert.deepEqual(KP.unpack('10|^||^2'), ['10', '10', '', '', '']);
+});
+
+test('unpack inverts packing for random field lists', () => {
+  let seed = 12345;
+  const rnd = (n) => {
+    seed = (seed * 1103515245 + 12345) & 0x7fffffff;
+    return seed % n;
+  };
+  const pool = ['', '', '', '0', '0', '1', '10', 'C0C0C0', 'Home', '9'];
+  for (let round = 0; round < 500; round++) {
+    const fields = [];
+    const count = 1 + rnd(120);
+    for (let k = 0; k < count; k++) fields.push(pool[rnd(pool.length)]);
+    fields[0] = String(rnd(500));  // a button's value starts with its x
+    assert.deepEqual(KP.unpack(pack(fields)), fields, pack(fields));
+  }
+});
+
+// The two buttons of the generator's worked example.
+const LINE1 = '10|^|100|30|1|0|FF0000|0|808080|C0C0C0|808080|C0C0C0|808080|C0C0C0|0|^z^69|^21|^22|^20|^213|^2Home|^2index.htm|Back to the start||^e';
+const LINE2 = "120|10|100|30|1|0|FF0000|0|^|C0C0C0|0|C0C0C0|0|C0C0C0|0|^z^62|9|^|0|^813|^2News|^2news.htm||main|n.gif||^2click.au||^6What's new|Latest&!0news|";
+
+test('decodeButton reads every field of the worked example', () => {
+  const b = KP.decodeButton(LINE1, 1);
+  assert.equal(KP.unpack(LINE1).length, 91);
+  assert.deepEqual([b.x, b.y, b.Width, b.Height], [10, 10, 100, 30]);
+  assert.equal(b.ShowHand, true);
+  assert.equal(b.Radio, false);
+  assert.deepEqual(b.FontColor.slice(1), [0, 255, 0]);
+  assert.deepEqual(b.BorderColor.slice(1), [0x808080, 0x808080, 0x808080]);
+  assert.deepEqual(b.BackColor.slice(1), [0xc0c0c0, 0xc0c0c0, 0xc0c0c0]);
+  assert.deepEqual(b.BorderStyle.slice(1), [1, 1, 1]);
+  assert.deepEqual(b.BorderWidth.slice(1), [2, 2, 2]);
+  assert.deepEqual(b.BorderShade.slice(1), [0, 0, 0]);
+  assert.deepEqual(b.FontSize.slice(1), [13, 13, 13]);
+  assert.deepEqual(b.Label.slice(1), ['Home', 'Home', 'Home']);
+  assert.deepEqual(b.ImgStyle.slice(1), [9, 9, 9]);
+  assert.deepEqual(b.Font.slice(1), ['Arial', 'Arial', 'Arial']);
+  assert.equal(b.URL, 'index.htm');
+  assert.equal(b.Status, 'Back to the start');
+  assert.equal(b.Target, '');
+  assert.equal(b.Tip, '');
+  assert.equal(b.sBName, 'Button 1');
+});
+
+test('decodeButton reads the second button: picture, sound, target, tip and escaped name', () => {
+  const b = KP.decodeButton(LINE2, 2);
+  assert.equal(KP.unpack(LINE2).length, 91);
+  assert.deepEqual(b.BorderStyle.slice(1), [0, 0, 0]);
+  assert.deepEqual(b.ImgStyle.slice(1), [2, 9, 9]);
+  assert.deepEqual(b.Image.slice(1), ['n.gif', '', '']);
+  assert.deepEqual(b.Snd.slice(1), ['', 'click.au', '']);
+  assert.equal(b.Target, 'main');
+  assert.equal(b.URL, 'news.htm');
+  assert.equal(b.Tip, "What's new");
+  assert.equal(b.sBName, 'Latest news');
+  assert.equal(b.ProgramOVER, '');
+});
+
+test('decodeButton undoes the text escapes of labels, links and names', () => {
+  const fields = new Array(91).fill('0');
+  fields[71] = 'a&!3b&!2c&!4d';
+  fields[74] = 'javascript:go(&!2x&!2)';
+  fields[90] = 'My&!0Button&!1x';
+  const b = KP.decodeButton(fields.join('|') + '|', 7);
+  assert.equal(b.Label[1], 'a|b"c^d');
+  assert.equal(b.URL, 'javascript:go("x")');
+  assert.equal(b.sBName, 'My Button;x');
+});
+
+test('decodeButton reads each flag bit by itself', () => {
+  const names = [
+    [1, 'ShowHand'], [2, 'Radio'], [32, 'Hidden'],
+    [4, 'noBackGround', 1], [8, 'noBackGround', 2], [16, 'noBackGround', 3],
+    [64, 'TFrameLight', 1], [256, 'TFrameLight', 3], [1024, 'TFrameLeftToRight', 2],
+    [4096, 'SoundStop', 1], [16384, 'SoundStop', 3], [65536, 'SoundLoop', 2], [131072, 'SoundLoop', 3],
+  ];
+  for (const [bitValue, key, s] of names) {
+    const fields = new Array(91).fill('0');
+    fields[4] = String(bitValue);
+    const b = KP.decodeButton(fields.join('|') + '|', 1);
+    assert.equal(s ? b[key][s] : b[key], true, key);
+    assert.equal(b.Hidden === true, bitValue === 32);
+  }
+});
+
+test('parseColour turns the red-first text into the model colour', () => {
+  assert.equal(KP.parseColour('FFFFFF'), 0xffffff);
+  assert.equal(KP.parseColour('0'), 0);
+  assert.equal(KP.parseColour('FF0000'), 255);
+  assert.equal(KP.parseColour('FF'), 255 * 65536);
+  assert.equal(KP.parseColour('80'), 128 * 65536);
+  assert.equal(KP.parseColour('100000'), 16);
+  assert.equal(KP.parseColour('zz'), 0);
+});
+
+test('decodeApplet reads the worked example applet record', () => {
+  const p = 'FFFFFF|Loading...|FF|FFFFFF|13|1|0|2|0|0|||0|7|0||||0|0|1|1|0|1|0|0|FFFF00|0|FF|1|300|2500|0|13|0|||0|0|0|0|';
+  const a = KP.decodeApplet(p, 420, 180);
+  assert.equal(a.BackGround, 0xffffff);
+  assert.equal(a.sLoading, 'Loading...');
+  assert.equal(a.cLoadingFont, 255 * 65536);
+  assert.equal(a.iLoadingFont_Size, 13);
+  assert.equal(a.iLoadingFont_Style, 1);
+  assert.equal(a.ButtonCount, 2);
+  assert.equal(a.bPreLoad, true);
+  assert.equal(a.bClip, true);
+  assert.equal(a.bDoScroll, false);
+  assert.equal(a.bUnusualRepaint, false);
+  assert.deepEqual([a.iDescentX, a.iDescentY], [1, 1]);
+  assert.equal(a.iScStep, 1);
+  assert.equal(a.cTipBackColor, 0x00ffff);
+  assert.equal(a.cTipBorderColor, 255 * 65536);
+  assert.deepEqual([a.iTipBorderWidth, a.iTipDelay, a.iTipHideAfter, a.iTipFontSize], [1, 300, 2500, 13]);
+  assert.deepEqual([a.AppletWidth, a.AppletHeight], [420, 180]);
+  assert.equal(a.iABorderStyle, 0);
+});
