@@ -1,0 +1,107 @@
+// The player's speed in Debian's headless Chromium: from page load to the
+// bar drawn, for the demo project and for projects of 100, 500 and 1001
+// buttons, and the time to switch a face under the pointer.
+//
+//   node bench/player/bench.js            (after scripts/build.sh)
+//
+// Prints one line a measurement, the median of several page loads.
+const fs = require('node:fs');
+const path = require('node:path');
+const h = require('../../tests/player/browser/harness.js');
+const { rgb, writeProject } = require('../../tests/player/browser/kpn.js');
+
+const RUNS = Number(process.env.KP_BENCH_RUNS || 7);
+const DEMO_DIR = path.join(h.ROOT, 'data/Projects');
+
+// A project of n buttons in rows, each with a label, a border, a fade and
+// a text border, the way a heavy bar looks.
+function bigProject(n) {
+  const dir = h.tempDir('kp-bench-');
+  const cols = 33;
+  const buttons = [];
+  for (let k = 0; k < n; k++) {
+    buttons.push({
+      x: 2 + (k % cols) * 30, y: 2 + Math.floor(k / cols) * 20, Width: 28, Height: 18,
+      Label: 'B' + (k + 1), FontSize: 7, FadeStyle: [k % 5, (k + 1) % 5, (k + 2) % 5],
+      FadeColor: rgb(k % 256, 100, 200), BorderStyle: 1 + (k % 4), BorderWidth: 2,
+      TFrameThick: k % 3 === 0 ? 1 : 0, TFrameColor: rgb(0, 90, 0), TFrameShade: 30,
+      ProgramOVER: k % 10 === 0 ? '6 10;' : '',
+    });
+  }
+  const rows = Math.ceil(n / cols);
+  return writeProject(dir, `big${n}.kpn`, { AppletWidth: 2 + cols * 30, AppletHeight: 2 + rows * 20 }, buttons);
+}
+
+function median(values) {
+  const s = values.slice().sort((a, b) => a - b);
+  return s[Math.floor(s.length / 2)];
+}
+
+// Milliseconds from the start of navigation to the bar drawn.
+async function loadTime(url) {
+  const page = await h.openPage(url);
+  const ms = await page.evaluate(async () => {
+    const bar = window.KestrelPanePlayer.bars[0];
+    await bar.ready;
+    return bar.drawnAt !== undefined ? bar.drawnAt : performance.now();
+  });
+  await page.closeAll();
+  return ms;
+}
+
+// Milliseconds a pointer move takes that changes a face, measured around
+// the synchronous event dispatch, alternating between two buttons.
+async function switchTime(url, a, b) {
+  const page = await h.openPage(url);
+  const result = await page.evaluate(async ([ra, rb]) => {
+    const bar = window.KestrelPanePlayer.bars[0];
+    await bar.ready;
+    const c = bar.canvas;
+    const box = c.getBoundingClientRect();
+    const times = [];
+    for (let k = 0; k < 200; k++) {
+      const r = k % 2 ? rb : ra;
+      const ev = new PointerEvent('pointermove', {
+        clientX: box.left + r.x + r.w / 2, clientY: box.top + r.y + r.h / 2,
+        bubbles: true, pointerType: 'mouse', pointerId: 1,
+      });
+      const t0 = performance.now();
+      c.dispatchEvent(ev);
+      times.push(performance.now() - t0);
+    }
+    times.sort((x, y) => x - y);
+    return { median: times[100], p95: times[190] };
+  }, [a, b]);
+  await page.closeAll();
+  return result;
+}
+
+async function measure(label, project, a, b) {
+  const pagePath = h.buildProject(project);
+  const server = await h.serve(path.dirname(pagePath));
+  const url = server.url + path.basename(pagePath);
+  try {
+    const loads = [];
+    for (let k = 0; k < RUNS; k++) loads.push(await loadTime(url));
+    const sw = await switchTime(url, a, b);
+    console.log(`${label.padEnd(22)} load to drawn ${median(loads).toFixed(1).padStart(7)} ms` +
+      `   face switch median ${sw.median.toFixed(2)} ms, p95 ${sw.p95.toFixed(2)} ms`);
+  } finally {
+    await server.close();
+  }
+}
+
+(async () => {
+  const demoDir = h.tempDir('kp-bench-demo-');
+  for (const f of fs.readdirSync(DEMO_DIR)) fs.copyFileSync(path.join(DEMO_DIR, f), path.join(demoDir, f));
+  await measure('Demo.kpn (12 buttons)', path.join(demoDir, 'Demo.kpn'),
+    { x: 125, y: 16, w: 100, h: 48 }, { x: 235, y: 16, w: 100, h: 48 });
+  for (const n of [100, 500, 1001]) {
+    await measure(`${n} buttons`, bigProject(n), { x: 2, y: 2, w: 28, h: 18 }, { x: 32, y: 2, w: 28, h: 18 });
+  }
+  await h.closeBrowser();
+})().catch(async (e) => {
+  console.error(e);
+  await h.closeBrowser();
+  process.exit(1);
+});
