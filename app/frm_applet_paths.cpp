@@ -1,5 +1,6 @@
 #include "app/frm_applet_paths.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -9,6 +10,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include "publish/player.h"
 
 namespace kp {
 
@@ -25,6 +28,8 @@ UiTexts& frmAppletPaths::Texts() {
       {"lblNote", " Note: Start folder for 'Images' and 'Sounds' is 'Codebase'  "},
       {"btnRestoreDefaults", "&Restore Defaults"},
       {"btnClose", "&Close"},
+      // Added after the others: older language files keep their lines.
+      {"chkAddPlayerScript", "Add the player script (shows the bar in today's browsers)"},
   };
   return t;
 }
@@ -44,7 +49,7 @@ bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
 frmAppletPaths::frmAppletPaths(Project& p, Env& env, GeneratorState& st, const LangSettings& lang,
                                QWidget* parent)
-    : QWidget(parent, Qt::Window), p_(p), st_(st) {
+    : QWidget(parent, Qt::Window), p_(p), env_(env), st_(st) {
   setObjectName("frmAppletPaths");
   lblAppletName = Label(this, "lblAppletName");
   txtAppletName = new QLineEdit(this);
@@ -62,12 +67,16 @@ frmAppletPaths::frmAppletPaths(Project& p, Env& env, GeneratorState& st, const L
   txtSndPath->setObjectName("txtSndPath");
   lblNote = Label(Frame1, "lblNote");
   lblNote->setWordWrap(true);
+  chkAddPlayerScript = new QCheckBox(this);
+  chkAddPlayerScript->setObjectName("chkAddPlayerScript");
   btnRestoreDefaults = new QPushButton(this);
   btnRestoreDefaults->setObjectName("btnRestoreDefaults");
   btnClose = new QPushButton(this);
   btnClose->setObjectName("btnClose");
   connect(btnRestoreDefaults, &QPushButton::clicked, this, [this] { btnRestoreDefaults_Click(); });
   connect(btnClose, &QPushButton::clicked, this, [this] { btnClose_Click(); });
+  // Only the user's change is stored, not the filling from the setting.
+  connect(chkAddPlayerScript, &QCheckBox::clicked, this, [this] { chkAddPlayerScript_Click(); });
 
   for (QLineEdit* box : {txtAppletName, txtCodeBase, txtImgPath, txtSndPath}) {
     box->installEventFilter(this);
@@ -94,6 +103,7 @@ frmAppletPaths::frmAppletPaths(Project& p, Env& env, GeneratorState& st, const L
   auto* root = new QVBoxLayout(this);
   root->addLayout(nameRow);
   root->addWidget(Frame1);
+  root->addWidget(chkAddPlayerScript);
   root->addLayout(buttons);
   root->addStretch();
 
@@ -104,6 +114,7 @@ frmAppletPaths::frmAppletPaths(Project& p, Env& env, GeneratorState& st, const L
   }
   ApplyTexts();
   FillFromProject();
+  chkAddPlayerScript->setChecked(PlayerScriptSetting(env_));
   resize(440, sizeHint().height());
 }
 
@@ -118,6 +129,7 @@ void frmAppletPaths::ApplyTexts() {
   lblNote->setText(QTextOf(t, "lblNote"));
   btnRestoreDefaults->setText(QTextOf(t, "btnRestoreDefaults"));
   btnClose->setText(QTextOf(t, "btnClose"));
+  chkAddPlayerScript->setText(QTextOf(t, "chkAddPlayerScript"));
 }
 
 void frmAppletPaths::Fill(const AppletPathsBoxes& boxes) {
@@ -185,6 +197,10 @@ void frmAppletPaths::btnRestoreDefaults_Click() {
 }
 
 void frmAppletPaths::btnClose_Click() { close(); }
+
+void frmAppletPaths::chkAddPlayerScript_Click() {
+  SetPlayerScriptSetting(env_, chkAddPlayerScript->isChecked());
+}
 
 void frmAppletPaths::closeEvent(QCloseEvent* e) {
   QWidget::closeEvent(e);

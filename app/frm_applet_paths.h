@@ -12,6 +12,7 @@
 #include "generate/surrounding.h"
 #include "properties/ui_text.h"
 
+class QCheckBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -39,6 +40,8 @@ class frmAppletPaths : public QWidget {
   void txtSndPath_KeyUp();
   void btnRestoreDefaults_Click();
   void btnClose_Click();
+  // Writes the player-script setting from the box.
+  void chkAddPlayerScript_Click();
 
   // Where closing goes back to (the window closed by any means).
   std::function<void()> onClose;
@@ -53,6 +56,7 @@ class frmAppletPaths : public QWidget {
   QLabel* lblSounds;
   QLineEdit* txtSndPath;
   QLabel* lblNote;
+  QCheckBox* chkAddPlayerScript;
   QPushButton* btnRestoreDefaults;
   QPushButton* btnClose;
 
@@ -66,6 +70,7 @@ class frmAppletPaths : public QWidget {
   void KeyUp(QObject* box);
 
   Project& p_;
+  Env& env_;
   GeneratorState& st_;
 };
 

@@ -29,6 +29,7 @@
 #include "properties/twips.h"
 #include "publish/browser_test.h"
 #include "publish/browsers.h"
+#include "publish/player.h"
 #include "publish/replace.h"
 
 namespace kp {
@@ -61,6 +62,8 @@ UiTexts& frmHTML::Texts() {
       // their line numbers.
       {"sGenerating", "Please wait. Generating HTML code..."},
       {"sCheckingAU", "Checking AU file(s)..."},
+      // Added after the others: older language files keep their lines.
+      {"lblPlayerNote", "The page shows the bar in today's browsers through KestrelPane.js."},
   };
   return t;
 }
@@ -106,6 +109,7 @@ frmHTML::frmHTML(Project& p, Env& env, GeneratorState& st, PublishState& publish
   BuildLayout();
   if (LanguageApplies(env_, lang)) ChangeLang_frmHTML(lang);
   ApplyTexts();
+  ShowPlayerNote();
   // The design-time text, until the first generation replaces it.
   code_.text = std::string("<html>") + sCRLF + "</html>";
   ShowCode();
@@ -155,6 +159,10 @@ void frmHTML::BuildControls() {
   button(btnAdvanced, "btnAdvanced", [this] { btnAdvanced_Click(); });
   button(btnPreview, "btnPreview", [this] { btnPreview_Click(); });
   button(btnClose, "btnClose", [this] { btnClose_Click(); });
+
+  lblPlayerNote = new QLabel(this);
+  lblPlayerNote->setObjectName("lblPlayerNote");
+  lblPlayerNote->setTextFormat(Qt::PlainText);
 
   cmbBrowser = new QComboBox(this);
   cmbBrowser->setObjectName("cmbBrowser");
@@ -212,6 +220,7 @@ void frmHTML::BuildLayout() {
   commands->addStretch();
   commands->addWidget(btnClose);
   root->addLayout(commands);
+  root->addWidget(lblPlayerNote);
 
   auto* replace = new QGridLayout(frmAutoHTMLReplace);
   replace->addWidget(txtAutoReplaceHTML_FileName, 0, 0);
@@ -245,6 +254,7 @@ void frmHTML::ApplyTexts() {
   btnAutoReplaceHTML->setText(QTextOf(t, "btnAutoReplaceHTML"));
   chkUpdateRequired->setText(QTextOf(t, "chkUpdateRequired"));
   lblMessage->setText(QTextOf(t, "lblMessage"));
+  lblPlayerNote->setText(QTextOf(t, "lblPlayerNote"));
   if (cmbBrowser->count() > 0) cmbBrowser->setItemText(0, QTextOf(t, "sDefault"));
 }
 
@@ -267,9 +277,13 @@ void frmHTML::Form_Activate() {
   if (!p_.sProjectFile.empty()) caption += " - " + FileNameOnly(p_.sProjectFile);
   setWindowTitle(DisplayText(caption));
   GetBrowsers();
+  // The setting may have changed in the applet-paths window meanwhile.
+  ShowPlayerNote();
   st_.bUseJSCaller = NeedsJSCaller(p_);
   if (st_.bHTMLStale && !st_.bGenerating) MakeHTML();
 }
+
+void frmHTML::ShowPlayerNote() { lblPlayerNote->setVisible(PlayerScriptSetting(env_)); }
 
 void frmHTML::MakeHTML() {
   if (st_.bGenerating) return;

@@ -94,6 +94,8 @@ class frmHTML : public QWidget {
   QPushButton* btnAdvanced;
   QComboBox* cmbBrowser;
   QPushButton* btnPreview;
+  // Says that built pages carry the player; shown while the setting is on.
+  QLabel* lblPlayerNote;
   QPushButton* btnClose;
   QGroupBox* frmAutoHTMLReplace;
   QLineEdit* txtAutoReplaceHTML_FileName;
@@ -117,6 +119,7 @@ class frmHTML : public QWidget {
   void ApplyTexts();
   void ChangeLang_frmHTML(const LangSettings& lang);
   void GetBrowsers();
+  void ShowPlayerNote();
   void ShowCode();
   void SetGenerating(bool busy);
   void ShowOverlay(const std::string& text);

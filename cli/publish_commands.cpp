@@ -86,7 +86,7 @@ struct Session {
   PublishState state;
 };
 
-int LoadSession(Env& env, Session& s, const std::string& path) {
+int LoadSession(Env& env, Session& s, const std::string& path, const Parsed& a) {
   switch (LoadProject2(s.p, env, LongPath(path))) {
     case LoadResult::Loaded:
       break;
@@ -98,6 +98,7 @@ int LoadSession(Env& env, Session& s, const std::string& path) {
   s.st.bAddJAR = ReadAddJAR(env);
   HTMLWindowActivate(s.p, env, s.st, s.txtHTML);
   s.win.txtAutoReplaceHTML_FileName = s.p.sOutputHTML;
+  s.state.bWithoutPlayer = a.flags.count("--no-player") > 0;
   return kOk;
 }
 
@@ -108,9 +109,10 @@ int Usage(std::ostream& err, const std::string& command, const std::string& text
 
 int Page(Env& env, CliPrompter&, const Parsed& a, std::ostream& out, std::ostream&) {
   Session s;
-  if (int rc = LoadSession(env, s, a.positional[0])) return rc;
+  if (int rc = LoadSession(env, s, a.positional[0], a)) return rc;
   FixBodyTag(s.p, s.st.bUseJSCaller);
-  const std::string page = PageText(s.p, s.txtHTML);
+  PublishContext c{s.p, env, s.st, s.txtHTML, s.win, s.state};
+  const std::string page = BuildPageText(c);
   out.write(page.data(), static_cast<std::streamsize>(page.size()));
   out.flush();
   return out ? kOk : kFailure;
@@ -118,7 +120,7 @@ int Page(Env& env, CliPrompter&, const Parsed& a, std::ostream& out, std::ostrea
 
 int Build(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out, std::ostream& err) {
   Session s;
-  if (int rc = LoadSession(env, s, a.positional[0])) return rc;
+  if (int rc = LoadSession(env, s, a.positional[0], a)) return rc;
   prompter.fileAnswers = {LongPath(a.positional[1])};
   if (a.flags.count("--yes")) prompter.dialogChoice["frmSomeFilesWarning"] = 0;
   PublishContext c{s.p, env, s.st, s.txtHTML, s.win, s.state};
@@ -142,7 +144,7 @@ int Replace(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out,
     prompter.checkListRows = rows;
   }
   Session s;
-  if (int rc = LoadSession(env, s, a.positional[0])) return rc;
+  if (int rc = LoadSession(env, s, a.positional[0], a)) return rc;
   s.win.txtAutoReplaceHTML_FileName = LongPath(a.positional[1]);
   s.win.chkUpdateRequired = a.flags.count("--update-files") > 0;
   PublishContext c{s.p, env, s.st, s.txtHTML, s.win, s.state};
@@ -153,7 +155,7 @@ int Replace(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out,
 
 int Export(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out, std::ostream& err) {
   Session s;
-  if (int rc = LoadSession(env, s, a.positional[0])) return rc;
+  if (int rc = LoadSession(env, s, a.positional[0], a)) return rc;
   prompter.fileAnswers = {LongPath(a.positional[1])};
   if (a.flags.count("--yes")) prompter.dialogChoice["frmSomeFilesWarning"] = 0;
   PublishContext c{s.p, env, s.st, s.txtHTML, s.win, s.state};
@@ -181,7 +183,7 @@ int Browsers(Env& env, CliPrompter&, const Parsed&, std::ostream& out, std::ostr
 
 int Test(Env& env, CliPrompter&, const Parsed& a, std::ostream& out, std::ostream& err) {
   Session s;
-  if (int rc = LoadSession(env, s, a.positional[0])) return rc;
+  if (int rc = LoadSession(env, s, a.positional[0], a)) return rc;
   GetBrowsers(env, s.win.browsers);
   if (auto it = a.flags.find("--browser"); it != a.flags.end()) {
     const std::string& n = it->second;
@@ -209,12 +211,12 @@ struct PublishCommand {
 int RunPublish(Env& env, CliPrompter& prompter, const std::string& command,
                const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
   static const std::map<std::string, PublishCommand> kCommands = {
-      {"page", {1, {}, {}, Page}},
-      {"build", {2, {"--html-only", "--yes"}, {}, Build}},
-      {"replace", {2, {"--update-files"}, {"--select"}, Replace}},
+      {"page", {1, {"--no-player"}, {}, Page}},
+      {"build", {2, {"--html-only", "--yes", "--no-player"}, {}, Build}},
+      {"replace", {2, {"--update-files", "--no-player"}, {"--select"}, Replace}},
       {"export", {2, {"--yes"}, {}, Export}},
       {"browsers", {0, {}, {}, Browsers}},
-      {"test", {1, {}, {"--browser"}, Test}},
+      {"test", {1, {"--no-player"}, {"--browser"}, Test}},
   };
   auto it = kCommands.find(command);
   if (it == kCommands.end()) return kNotPublishCommand;

@@ -77,6 +77,7 @@ std::string ParamDefault(const Env& env, const std::string& key) {
       {"Warn_Space_in_TargetName", "1"},
       {"Warn_Dot_in_TargetName", "1"},
       {"bAddJAR", "1"},
+      {"bAddPlayerScript", "1"},
   };
   if (key == "sSearchImagesFolder") return env.programFolder + "/Samples";
   if (key == "sSearchSoundsFolder") return env.programFolder + "/Sounds";

@@ -52,7 +52,7 @@ std::string TestInBrowser(PublishContext& c) {
   }
 
   std::string page = folder + "/" + name + ".htm";
-  if (!env.fs.WriteFileAtomic(page, PageText(p, c.txtHTML))) page.clear();
+  if (!env.fs.WriteFileAtomic(page, BuildPageText(c))) page.clear();
 
   // The applet's files as a build would lay them out, below the test folder.
   const std::string base = EndBackslash(folder);

@@ -1,9 +1,12 @@
 #include "publish/build.h"
 
+#include <vector>
+
 #include "core/conv.h"
 #include "core/launcher.h"
 #include "core/settings.h"
 #include "generate/js_caller.h"
+#include "publish/player.h"
 
 namespace kp {
 
@@ -63,6 +66,11 @@ std::string PageText(const Project& p, const CodeBox& txtHTML) {
   page += p.sHTMLafter;
   page += sCRLF;
   return page;
+}
+
+std::string BuildPageText(PublishContext& c) {
+  std::string page = PageText(c.p, c.txtHTML);
+  return PlayerWanted(c) ? WithPlayerScript(page, c.p.CodeBase) : page;
 }
 
 bool FolderHoldsFiles(Env& env, const std::string& folder) {
@@ -148,7 +156,7 @@ BuildReport BuildApplet(PublishContext& c, bool bWithFiles) {
   CheckFileName(env, FileNameOnly(page));
   FixBodyTag(p, c.st.bUseJSCaller);
 
-  if (IoStatus s = env.fs.WriteFileAtomic(page, PageText(p, c.txtHTML)); !s) {
+  if (IoStatus s = env.fs.WriteFileAtomic(page, BuildPageText(c)); !s) {
     env.prompter.MsgBox(s.message, Buttons::OK, "", Icon::Critical);
     report.result = BuildResult::WriteFailed;
     return report;
@@ -173,8 +181,13 @@ void MakePathFolders(Env& env, const std::string& path) {
 void Copy_Class_Files(PublishContext& c, const std::string& folder) {
   const std::string programFolder = EndBackslash(c.env.programFolder);
   if (programFolder == folder) return;
+  std::vector<std::string> names;
   for (const char* name : kClassFiles) {
     if (std::string(name) == "KestrelPane.jar" && !c.st.bAddJAR) continue;
+    names.push_back(name);
+  }
+  if (PlayerWanted(c)) names.push_back(kPlayerFile);
+  for (const std::string& name : names) {
     const std::string from = programFolder + name;
     const std::string to = folder + name;
     if (from == to) continue;

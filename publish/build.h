@@ -35,8 +35,11 @@ struct BuildReport {
   CopyReport media;
 };
 
-// The text a build writes into the page file.
+// The page around the code box, as it stands.
 std::string PageText(const Project& p, const CodeBox& txtHTML);
+// The text a build writes into the page file: PageText with the player's
+// script element when PlayerWanted.
+std::string BuildPageText(PublishContext& c);
 
 // btnBuild_Click and mnuBuild_Click (true), mnuSaveHTML_Only_Click (false).
 BuildReport BuildApplet(PublishContext& c, bool bWithFiles);
@@ -48,8 +51,9 @@ CopyReport Copy_Req_File(PublishContext& c, const std::string& pagePath);
 // Creates every level of a folder; a server address creates nothing.
 void MakePathFolders(Env& env, const std::string& path);
 
-// KestrelPane.class, .cab and (with bAddJAR) .jar from the program folder.
-// Reports nothing: a missing file goes unnoticed.
+// KestrelPane.class, .cab, (with bAddJAR) .jar and (when PlayerWanted) the
+// player's .js from the program folder. Reports nothing: a missing file
+// goes unnoticed.
 void Copy_Class_Files(PublishContext& c, const std::string& folder);
 
 // The background, then all pictures of all buttons, then all sounds. An

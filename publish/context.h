@@ -63,6 +63,9 @@ struct PublishState {
   // Cancel in a copy error box silences every later copy error message
   // until the program ends.
   bool bStopCopyMessages = false;
+  // Pages stay bare (no player element, no player file) whatever the
+  // setting says; the command line's --no-player.
+  bool bWithoutPlayer = false;
 };
 
 struct PublishContext {

@@ -6,6 +6,7 @@
 #include "core/launcher.h"
 #include "core/settings.h"
 #include "publish/build.h"
+#include "publish/player.h"
 
 namespace kp {
 
@@ -234,6 +235,7 @@ bool RunReplacement(PublishContext& c, AutoReplacePage& page) {
   }
   page.bLoaded = false;
   page.pageText = ReplaceTickedApplets(page.pageText, page.ticked, NewAppletCode(c.txtHTML.text));
+  if (PlayerWanted(c)) page.pageText = WithPlayerScript(page.pageText, c.p.CodeBase);
 
   const std::string folder = AppletTempFolder(env);
   MakeLongDir(env, folder);

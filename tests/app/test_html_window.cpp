@@ -15,6 +15,7 @@
 
 #include "core/conv.h"
 #include "publish/build.h"
+#include "publish/player.h"
 #include "publish/replace.h"
 #include "tests/app/html_fixture.h"
 
@@ -258,8 +259,10 @@ class HtmlWindowTest : public QObject {
     w->mnuSaveHTML_Only->trigger();
     Settle();
     const std::string written = ReadBytes(page);
-    QVERIFY(Contains(written, std::string(kEndComment) + sCRLF + "<p>by hand</p>"));
-    QCOMPARE(written, PageText(a.p(), w->Code()));
+    // The player's line goes between the end comment and the hand edit.
+    QVERIFY(Contains(written, std::string(kEndComment) + sCRLF + PlayerScriptElement("") + sCRLF +
+                                  "<p>by hand</p>"));
+    QCOMPARE(written, WithPlayerScript(PageText(a.p(), w->Code()), a.p().CodeBase));
   }
 
   void saveHtmlOnlyNeverWarnsAboutAnOccupiedFolderAndCopiesNothingButShowsTheClosingDialog() {
@@ -388,7 +391,7 @@ class HtmlWindowTest : public QObject {
     QCOMPARE(a.launcher.starts.size(), size_t(1));
     QCOMPARE(a.launcher.starts[0].what, std::string("open"));
     QCOMPARE(a.launcher.starts[0].args, std::vector<std::string>{page});
-    QCOMPARE(ReadBytes(page), PageText(a.p(), w->Code()));
+    QCOMPARE(ReadBytes(page), WithPlayerScript(PageText(a.p(), w->Code()), a.p().CodeBase));
 
     w->cmbBrowser->setFocus();
     QTest::keyClick(w->cmbBrowser, Qt::Key_Down);
@@ -425,7 +428,9 @@ class HtmlWindowTest : public QObject {
     Settle();
     QCOMPARE(a.prompter.checkLists.size(), size_t(1));
     QCOMPARE(a.prompter.checkLists[0].message, std::string("One applet found in: hand.html"));
-    QCOMPARE(ReadBytes(page), before + NewAppletCode(w->Code().text) + after);
+    // The player's line follows the new applet on a line of its own.
+    QCOMPARE(ReadBytes(page),
+             before + NewAppletCode(w->Code().text) + "\n" + PlayerScriptElement("") + after);
     QVERIFY(std::filesystem::exists(out.file("hand_backup.html")));
     QVERIFY(a.prompter.ShownDialog("frmAutoRepHTML_MSG"));
   }

@@ -1,6 +1,7 @@
 // The two editors of the HTML window: the applet's name and folders, and
 // the page text around the applet.
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -9,6 +10,7 @@
 
 #include "core/conv.h"
 #include "generate/js_caller.h"
+#include "publish/player.h"
 #include "tests/app/html_fixture.h"
 
 using namespace kp;
@@ -188,6 +190,64 @@ class PathsWindowsTest : public QObject {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QVERIFY(paths->btnClose->hasFocus());
     QVERIFY(paths->isVisible());
+  }
+
+  void thePlayerScriptBoxIsTickedByDefaultAndWritesTheSetting() {
+    HtmlApp a;
+    QVERIFY(a.StartOnDemo());
+    frmAppletPaths* paths = OpenPaths(a);
+    QVERIFY(paths);
+    QCOMPARE(paths->chkAddPlayerScript->text(),
+             QString("Add the player script (shows the bar in today's browsers)"));
+    QVERIFY(paths->chkAddPlayerScript->isChecked());
+    QVERIFY(!a.store.Get(kSecParams, "bAddPlayerScript"));
+
+    QTest::mouseClick(paths->chkAddPlayerScript, Qt::LeftButton);
+    QVERIFY(!paths->chkAddPlayerScript->isChecked());
+    QCOMPARE(a.store.Get(kSecParams, "bAddPlayerScript"), std::optional<std::string>("0"));
+    QVERIFY(!PlayerScriptSetting(a.env()));
+
+    QTest::mouseClick(paths->chkAddPlayerScript, Qt::LeftButton);
+    QCOMPARE(a.store.Get(kSecParams, "bAddPlayerScript"), std::optional<std::string>("1"));
+  }
+
+  void thePlayerScriptBoxShowsAStoredOff() {
+    HtmlApp a;
+    a.store.Set(kSecParams, "bAddPlayerScript", "0");
+    QVERIFY(a.StartOnDemo());
+    frmAppletPaths* paths = OpenPaths(a);
+    QVERIFY(paths);
+    QVERIFY(!paths->chkAddPlayerScript->isChecked());
+  }
+
+  void untickingThePlayerScriptBoxHidesTheNoteAndKeepsTheSavedPageBare() {
+    HtmlApp a;
+    QVERIFY(a.StartOnDemo());
+    frmHTML* w = a.OpenHTML();
+    QVERIFY(!w->lblPlayerNote->isHidden());
+    QCOMPARE(w->lblPlayerNote->text(),
+             QString("The page shows the bar in today's browsers through KestrelPane.js."));
+    frmAppletPaths* paths = OpenPaths(a);
+    QTest::mouseClick(paths->chkAddPlayerScript, Qt::LeftButton);
+    QTest::mouseClick(paths->btnClose, Qt::LeftButton);
+    QVERIFY(WaitActive(w));
+    QVERIFY(w->lblPlayerNote->isHidden());
+
+    test::TempDir out;
+    a.prompter.saveAnswers = {out.file("page.html")};
+    w->mnuSaveHTML_Only->trigger();
+    Settle();
+    QVERIFY(!Contains(ReadBytes(out.file("page.html")), "<script"));
+  }
+
+  void thePlayerScriptTextComesLastInTheWindowsTextTable() {
+    // Language files replace the texts by position: the older lines keep
+    // their places.
+    const UiTexts& t = frmAppletPaths::Texts();
+    QCOMPARE(t.size(), size_t(10));
+    QCOMPARE(std::string(t[8].control), std::string("btnClose"));
+    QCOMPARE(std::string(t.back().control), std::string("chkAddPlayerScript"));
+    QCOMPARE(std::string(frmHTML::Texts().back().control), std::string("lblPlayerNote"));
   }
 
   void cancelInSurroundingHtmlKeepsTheThreeTextsButTheBodyChangeStays() {

@@ -12,6 +12,7 @@
 #include "core/conv.h"
 #include "properties/button_panel.h"
 #include "publish/build.h"
+#include "publish/player.h"
 #include "publish/replace.h"
 #include "tests/app/html_fixture.h"
 
@@ -112,8 +113,9 @@ class PublishRoadTest : public QObject {
     a.prompter.realBoxes = true;
     a.prompter.realFileDialogs = true;
     a.prompter.realDialogs = true;
-    // The applet's own files lie beside the program.
-    for (const char* name : {"KestrelPane.class", "KestrelPane.cab", "KestrelPane.jar"})
+    // The applet's own files and the player lie beside the program.
+    for (const char* name :
+         {"KestrelPane.class", "KestrelPane.cab", "KestrelPane.jar", "KestrelPane.js"})
       WriteBytes(a.home.file(name), std::string("applet file ") + name);
 
     // 1-2: the demo, named on the command line.
@@ -152,9 +154,11 @@ class PublishRoadTest : public QObject {
     // The page, the applet's files, the background, every picture and
     // every sound of the project.
     const std::string firstPage = ReadBytes(page);
-    QCOMPARE(firstPage, a.p().sHTMLbefore + firstCode + a.p().sHTMLafter + sCRLF);
+    // The generated block as the window shows it, then the player's line.
+    QCOMPARE(firstPage, a.p().sHTMLbefore + firstCode + PlayerScriptElement(a.p().CodeBase) +
+                            sCRLF + a.p().sHTMLafter + sCRLF);
     std::vector<std::string> expected = {"road.html", "KestrelPane.class", "KestrelPane.cab",
-                                         "KestrelPane.jar"};
+                                         "KestrelPane.jar", "KestrelPane.js"};
     auto expect = [&](const std::string& file) {
       if (file.empty()) return;
       const std::string name = FileNameOnly(file);

@@ -46,7 +46,11 @@ TEST(TestInBrowser, WritesThePageInAppletTempAndOpensItWithTheDesktopsOpener) {
   TestFixture f;
   const std::string page = TestInBrowser(f.c);
   EXPECT_EQ(page, f.Folder() + "/MyProject.htm");
-  EXPECT_EQ(test::ReadBytes(page), f.p.sHTMLbefore + f.txtHTML.text + f.p.sHTMLafter + "\r\n");
+  // The code box ends with the end comment's line; the player's line follows.
+  EXPECT_EQ(test::ReadBytes(page),
+            f.p.sHTMLbefore + f.txtHTML.text +
+                "<script type=\"text/javascript\" src=\"KestrelPane.js\"></script>\r\n" +
+                f.p.sHTMLafter + "\r\n");
   ASSERT_EQ(f.launcher.calls.size(), 1u);
   EXPECT_EQ(f.launcher.calls[0].verb, "open");
   EXPECT_EQ(f.launcher.calls[0].args, std::vector<std::string>{page});

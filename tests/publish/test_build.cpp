@@ -20,6 +20,7 @@ using test::ReadBytes;
 using test::TempDir;
 
 const std::string kCRLF = "\r\n";
+const std::string kPlayerLine = "<script type=\"text/javascript\" src=\"KestrelPane.js\"></script>";
 
 // A project of two buttons with a background, pictures and sounds in a
 // media folder of their own.
@@ -153,8 +154,10 @@ TEST(BuildApplet, PageIsTheTextBeforeTheCodeBoxAndTheTextAfterWithOneLineEnd) {
   BuildApplet(f.c, false);
   // The body tag got the caller's onload, in the project itself.
   EXPECT_NE(f.p.sHTMLbefore.find("<Body onload=\"InitJSCaller();\">"), std::string::npos);
-  EXPECT_EQ(out.read("page.html"), f.p.sHTMLbefore + f.txtHTML.text + f.p.sHTMLafter + kCRLF);
-  EXPECT_EQ(PageText(f.p, f.txtHTML), out.read("page.html"));
+  EXPECT_EQ(out.read("page.html"), f.p.sHTMLbefore + f.txtHTML.text + kPlayerLine + kCRLF +
+                                      f.p.sHTMLafter + kCRLF);
+  EXPECT_EQ(PageText(f.p, f.txtHTML), f.p.sHTMLbefore + f.txtHTML.text + f.p.sHTMLafter + kCRLF);
+  EXPECT_EQ(BuildPageText(f.c), out.read("page.html"));
   EXPECT_EQ(f.p.sOutputFolder, out.path() + "/");
   EXPECT_EQ(f.p.sOutputHTML, out.file("page.html"));
 }

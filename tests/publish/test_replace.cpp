@@ -53,6 +53,15 @@ std::string Replaced(std::string page, const std::string& applet, const std::str
   return page.replace(at, applet.size(), code);
 }
 
+const std::string kPlayerLine = "<script type=\"text/javascript\" src=\"KestrelPane.js\"></script>";
+
+// The player's line as a replacement adds it to these pages: after their
+// last applet, which closes the line before "</body>", with that line's
+// line feed.
+std::string WithPlayerBeforeBody(std::string page) {
+  return page.replace(page.rfind("</body>"), 0, kPlayerLine + "\n");
+}
+
 TEST(AutoReplace, NewCodeIsTheAppletTagThroughItsClosingTagWithCarriageReturns) {
   ReplaceFixture f;
   const std::string code = f.NewCode();
@@ -72,7 +81,7 @@ TEST(AutoReplace, SelectingOnlyTheSecondOfThreeLeavesTheOthersByteForByte) {
   ReplaceFixture f;
   f.site.write("page.html", ThreeApplets());
   ASSERT_TRUE(f.ReplaceWith({false, true, false}));
-  EXPECT_EQ(f.Page(), Replaced(ThreeApplets(), kAppletB, f.NewCode()));
+  EXPECT_EQ(f.Page(), WithPlayerBeforeBody(Replaced(ThreeApplets(), kAppletB, f.NewCode())));
   EXPECT_EQ(f.site.read("page_backup.html"), ThreeApplets());
 }
 
@@ -84,13 +93,14 @@ TEST(AutoReplace, LineFeedPageKeepsItsLineEndsOnlyTheNewCodeHasCarriageReturns) 
   std::string expected = ThreeApplets();
   for (const std::string& a : {kAppletA, kAppletB, kAppletC})
     expected = Replaced(expected, a, f.NewCode());
-  EXPECT_EQ(page, expected);
+  EXPECT_EQ(page, WithPlayerBeforeBody(expected));
   // Outside the three new blocks there is not one carriage return.
   std::string outside = page;
   for (size_t at; (at = outside.find(f.NewCode())) != std::string::npos;)
     outside.erase(at, f.NewCode().size());
   EXPECT_EQ(outside.find('\r'), std::string::npos);
-  EXPECT_EQ(outside, "<html>\n<body>\n\n<p>one</p>\n\n<p>two</p>\n\n</body>\n</html>\n");
+  EXPECT_EQ(outside, "<html>\n<body>\n\n<p>one</p>\n\n<p>two</p>\n\n" + kPlayerLine +
+                         "\n</body>\n</html>\n");
 }
 
 TEST(AutoReplace, ShorterCodePassesOverAnAppletCloseBehindAndShiftsTheRows) {
@@ -104,11 +114,12 @@ TEST(AutoReplace, ShorterCodePassesOverAnAppletCloseBehindAndShiftsTheRows) {
   f.site.write("page.html", page);
   // Rows 1 and 3 ticked: C is reached as row 2, which is not ticked.
   ASSERT_TRUE(f.ReplaceWith({true, false, true}));
-  EXPECT_EQ(f.Page(), Replaced(page, longA, f.NewCode()));
+  EXPECT_EQ(f.Page(), WithPlayerBeforeBody(Replaced(page, longA, f.NewCode())));
 
   f.site.write("page.html", page);
   ASSERT_TRUE(f.ReplaceWith({true, true, false}));
-  EXPECT_EQ(f.Page(), Replaced(Replaced(page, longA, f.NewCode()), kAppletC, f.NewCode()));
+  EXPECT_EQ(f.Page(), WithPlayerBeforeBody(
+                          Replaced(Replaced(page, longA, f.NewCode()), kAppletC, f.NewCode())));
 }
 
 TEST(AutoReplace, NoSelectionKeepsTheWindowOpenWithTheWarning) {
