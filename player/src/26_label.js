@@ -1,0 +1,177 @@
+// The label of a button: lines, their places, the text border and the
+// print itself.
+
+// The label's lines, split at the two-character token "\n".
+KP.SplitLabel = function (label) {
+  return String(label).split('\\n');
+};
+
+// The old bitmap Courier is printed as its outline successor.
+KP.PrintedFontName = function (name) {
+  return String(name).toLowerCase() === 'courier' ? 'Courier New' : name;
+};
+
+// The top of a print: three quarters of the text's height above Y, so Y
+// works as a base line; rounded only when the pixels are placed.
+KP.PrintTop = function (Y, TH) {
+  const f32 = Math.fround;
+  return KP.roundEven(f32(Y - f32(f32(f32(TH / 2) + TH) / 2)));
+};
+
+// The set pixels of a glyph mask as offsets, worked out once a mask.
+function glyphPoints(g) {
+  if (g._points) return g._points;
+  const pts = [];
+  for (let y = 0; y < g.height; ++y)
+    for (let x = 0; x < g.width; ++x)
+      if (g.bits[y * g.width + x]) pts.push(g.originX + x, g.originY + y);
+  const out = Int32Array.from(pts);
+  try {
+    Object.defineProperty(g, '_points', { value: out, enumerable: false });
+  } catch (e) {
+    // A frozen mask is worked out again each time.
+  }
+  return out;
+}
+
+// The same glyphs printed at every stamp {x, y, colour}, in order, a later
+// print covering an earlier one.
+KP.StampGlyphs = function (dst, g, stamps) {
+  if (!g || g.width <= 0 || g.height <= 0 || stamps.length === 0 || dst.w <= 0) return;
+  const pts = glyphPoints(g);
+  const w = dst.w, h = dst.h, px = dst.px;
+  for (const s of stamps) {
+    const p = KP.toPixel(s.colour);
+    for (let k = 0; k < pts.length; k += 2) {
+      const x = s.x + pts[k], y = s.y + pts[k + 1];
+      if (x >= 0 && y >= 0 && x < w && y < h) px[y * w + x] = p;
+    }
+  }
+};
+
+function labelFont(FontName, FontSize, Bold, Italic) {
+  return { name: KP.PrintedFontName(FontName), size: FontSize, bold: Bold, italic: Italic };
+}
+
+function setupPrint(measure, s, font) {
+  const shown = KP.LabelDisplayText(s);
+  return { TH: Math.fround(measure.TextHeight(font, shown)), glyphs: measure.Glyphs(font, shown) };
+}
+
+// One line with its text cell's left at X and its top three quarters of
+// the text's height above Y.
+KP.drawString = function (surface, measure, s, X, Y, FontName, FontSize, Color, Bold, Italic) {
+  if (!s) return;
+  const ps = setupPrint(measure, s, labelFont(FontName, FontSize, Bold, Italic));
+  KP.StampGlyphs(surface, ps.glyphs, [{ x: X, y: KP.PrintTop(Y, ps.TH), colour: Color }]);
+};
+
+// The text border of one line: the line printed at every offset around
+// (X, Y) up to Thick, each print in a shade of Color; first the rows from
+// the top down to Y, then from the bottom up to Y - 1.
+KP.drawTFrame = function (surface, measure, s, X, Y, Thick, Color, Light, Shade, LeftToRight,
+  FontName, FontSize, Bold, Italic) {
+  if (Thick < 1) return;
+  const c = KP.PartsOf(Color);
+  const ps = setupPrint(measure, s, labelFont(FontName, FontSize, Bold, Italic));
+  const stamps = [];
+  const shade = function (n) {
+    const v = KP.ShadeColor(Shade, Thick, c.R, c.G, c.B, n, Light);
+    if (v === null) throw KP.Overflow;
+    return v;
+  };
+  let fore = 0, n = -1;
+  const row = function (yy) {
+    if (!LeftToRight) {
+      fore = shade(n);
+      n = KP.add16(n, 1);
+    } else {
+      n = 0;
+    }
+    const top = KP.PrintTop(yy, ps.TH);
+    const last = KP.add16(X, Thick);
+    for (let xx = KP.sub16(X, Thick); xx <= last; ++xx) {
+      if (LeftToRight) {
+        fore = shade(n);
+        n = KP.add16(n, 1);
+      }
+      stamps.push({ x: xx, y: top, colour: fore });
+    }
+  };
+  let error = null;
+  try {
+    n = -1;
+    for (let yy = KP.sub16(Y, Thick); yy <= Y; ++yy) row(yy);
+    n = -1;
+    const stop = KP.sub16(Y, 1);
+    for (let yy = KP.add16(Y, Thick); yy >= stop; --yy) row(yy);
+  } catch (e) {
+    error = e;
+  }
+  // What was printed before an error stays printed.
+  if (s) KP.StampGlyphs(surface, ps.glyphs, stamps);
+  if (error) throw error;
+};
+
+// The label of button record b in state s on its surface. A centred
+// label's first line place is written back into the record, as the
+// designer's label positioner reads it from there. An overflow ends the
+// label quietly; the designer would show an error box.
+KP.DrawLabel = function (surface, measure, b, s, applet) {
+  const f32 = Math.fround;
+  try {
+    const style = b.FontStyle[s];
+    const bold = style === 1 || style === 3;
+    const italic = style === 2 || style === 3;
+    const font = labelFont(b.Font[s], b.FontSize[s], bold, italic);
+    // Measured as stored; only the print shows the escapes.
+    const lines = KP.SplitLabel(b.Label[s]);
+    const N = lines.length;
+    const W = f32(surface.w), H = f32(surface.h);
+    const print = function (line, x, y) {
+      KP.drawTFrame(surface, measure, line, x, y, b.TFrameThick[s], b.TFrameColor[s], b.TFrameLight[s],
+        b.TFrameShade[s], b.TFrameLeftToRight[s], b.Font[s], b.FontSize[s], bold, italic);
+      KP.drawString(surface, measure, line, x, y, b.Font[s], b.FontSize[s], b.FontColor[s], bold, italic);
+    };
+    const height = function (line) {
+      return f32(measure.TextHeight(font, line));
+    };
+    if (!b.PositionText[s]) {
+      // Centred. The divisors 3 and 4 with the print's three quarters
+      // place the text as the applet does.
+      const TH1 = height(lines[0]);
+      let y = N === 1 ? KP.cint(f32(f32(H / 2) + f32(TH1 / 3)))
+        : KP.cint(f32(f32(H / 2) - f32(f32(TH1 * N) / 4)));
+      for (let k = 1; k <= N; ++k) {
+        const line = lines[k - 1];
+        const tw = f32(measure.TextWidth(font, line));
+        let x = KP.cint(f32(f32(W / 2) - f32(tw / 2)));
+        if (k > 1) y = KP.cint(f32(height(line) + y));
+        let drawY = y;
+        if (s === 3) {
+          // The pressed look moves the print; the stored y stays without.
+          x = KP.add16(x, applet.iDescentX);
+          drawY = KP.add16(y, applet.iDescentY);
+        }
+        print(line, x, drawY);
+        if (k === 1) KP.StoreLabelPos(b, s, x, y);
+      }
+    } else {
+      const x = b.LabelPosX[s];
+      let y = b.LabelPosY[s];
+      for (let k = 1; k <= N; ++k) {
+        const line = lines[k - 1];
+        if (k > 1) y = KP.cint(f32(height(line) + y));
+        print(line, x, y);
+      }
+    }
+  } catch (e) {
+    if (e !== KP.Overflow) throw e;
+  }
+};
+
+KP.StoreLabelPos = function (b, s, x, y) {
+  if (!b.LabelPosX || !b.LabelPosY) return;
+  b.LabelPosX[s] = x;
+  b.LabelPosY[s] = y;
+};

@@ -1,0 +1,107 @@
+// The scene: the design surface (background and applet border) and one
+// persistent surface per button, stacked over it in button order. A
+// surface keeps its pixels until something paints it again, so showing
+// the bar only ever copies surfaces.
+
+KP.Scene = function (applet, buttons, pictures, measure) {
+  this.applet = applet;
+  this.buttons = buttons;
+  this.pictures = pictures || new Map();
+  this.measure = measure;
+  this.state = [];
+  for (let i = 0; i < buttons.length; ++i) this.state.push(1);
+  this.design = KP.newSurface(applet.AppletWidth, applet.AppletHeight, applet.BackGround);
+  this.design.backColor = applet.BackGround;
+  this.surfaces = [];
+};
+
+// A picture by file name; null when it is missing or unreadable.
+KP.Scene.prototype.picture = function (name) {
+  const pic = this.pictures.get(name);
+  return pic || null;
+};
+
+KP.Scene.prototype.hasSurface = function (i) {
+  return i >= 1 && !!this.surfaces[i];
+};
+
+// The surface of button i, created empty on first use.
+KP.Scene.prototype.surface = function (i) {
+  let s = this.surfaces[i];
+  if (!s) {
+    s = KP.newSurface(0, 0);
+    this.surfaces[i] = s;
+  }
+  return s;
+};
+
+KP.Scene.prototype.buttonCount = function () {
+  return this.buttons.length - 1;
+};
+
+KP.Scene.prototype.drawBackground = function () {
+  const a = this.applet;
+  if (this.design.w !== Math.max(0, a.AppletWidth) || this.design.h !== Math.max(0, a.AppletHeight)) {
+    this.design = KP.newSurface(a.AppletWidth, a.AppletHeight, a.BackGround);
+  }
+  const self = this;
+  KP.DrawBackGround(this.design, a, function (name) { return self.picture(name); });
+  KP.DrawAppletBorder(this.design, a);
+};
+
+// The surface placed and sized from the record.
+function placeButton(scene, i) {
+  const b = scene.buttons[i];
+  if (b.Width < 0 || b.Height < 0) throw new Error('Invalid property value');
+  const s = scene.surface(i);
+  s.Left = b.x;
+  s.Top = b.y;
+  KP.resizeSurface(s, b.Width, b.Height);
+}
+
+// The one entry for repainting a button. A repaint that fails ends
+// quietly where it failed.
+KP.Scene.prototype.redrawButton = function (i, redrawAbove) {
+  if (redrawAbove === undefined) redrawAbove = true;
+  if (!(i >= 1 && i < this.buttons.length) || !this.buttons[i]) return;
+  try {
+    placeButton(this, i);
+    KP.DrawPix(this, i);
+    KP.DrawLabel(this.surface(i), this.measure, this.buttons[i], this.state[i], this.applet);
+    KP.DrawBorder(this.surface(i), this.buttons[i], this.state[i]);
+    if (redrawAbove) this.redrawTransparentAbove(i);
+  } catch (e) {
+    // As in the designer: no message.
+  }
+};
+
+// One level only: the repaint of j does not look further up itself.
+KP.Scene.prototype.redrawTransparentAbove = function (i) {
+  for (let j = i + 1; j < this.buttons.length; ++j) {
+    const b = this.buttons[j];
+    if (b && b.noBackGround[this.state[j]] && KP.DoCover(this, i, j)) this.redrawButton(j, false);
+  }
+};
+
+KP.Scene.prototype.redrawAll = function () {
+  this.drawBackground();
+  for (let i = 1; i < this.buttons.length; ++i) this.redrawButton(i, false);
+};
+
+// The bar as shown: the design surface, then every button that is not
+// hidden at its place, higher numbers on top.
+KP.Scene.prototype.compose = function (out) {
+  const a = this.applet;
+  const w = Math.max(0, a.AppletWidth), h = Math.max(0, a.AppletHeight);
+  if (!out) out = new Uint32Array(w * h);
+  const dst = { w: w, h: h, px: out };
+  out.fill(KP.toPixel(a.BackGround));
+  KP.bitBlt(dst, 0, 0, w, h, this.design, 0, 0, KP.SRCCOPY);
+  for (let i = 1; i < this.buttons.length; ++i) {
+    const b = this.buttons[i];
+    if (!b || b.Hidden || !this.hasSurface(i)) continue;
+    const s = this.surfaces[i];
+    KP.bitBlt(dst, s.Left, s.Top, s.w, s.h, s, 0, 0, KP.SRCCOPY);
+  }
+  return out;
+};
