@@ -99,16 +99,20 @@ KP.CanvasMeasure.prototype.TextWidth = function (font, text) {
   if (face.widths.size > 8192) face.widths.clear();
   this.setFont(face);
   w = 0;
-  for (const ch of text) {
-    let a = face.advances.get(ch);
-    if (a === undefined) {
-      a = Math.round(this.ctx.measureText(ch).width);
-      face.advances.set(ch, a);
-    }
-    w += a;
-  }
+  for (const ch of text) w += this.advance(face, ch);
   face.widths.set(text, w);
   return w;
+};
+
+// A character's advance, rounded to whole pixels as hinting does. The font
+// must be set on the context.
+KP.CanvasMeasure.prototype.advance = function (face, ch) {
+  let a = face.advances.get(ch);
+  if (a === undefined) {
+    a = Math.round(this.ctx.measureText(ch).width);
+    face.advances.set(ch, a);
+  }
+  return a;
 };
 
 // One line: the font's height whatever the text.
@@ -132,7 +136,8 @@ KP.CanvasMeasure.prototype.Glyphs = function (font, text) {
 KP.CanvasMeasure.prototype.rasterise = function (face, text) {
   const pad = face.px + 2;
   this.setFont(face);
-  const adv = Math.ceil(this.ctx.measureText(text).width);
+  let adv = 0;
+  for (const ch of text) adv += this.advance(face, ch);
   const w = Math.max(1, adv) + 2 * pad;
   const h = face.ascent + face.descent + 2 * pad;
   const canvas = this.canvas;
@@ -144,7 +149,13 @@ KP.CanvasMeasure.prototype.rasterise = function (face, text) {
   ctx.fillRect(0, 0, w, h);
   this.setFont(face);
   ctx.fillStyle = '#fff';
-  ctx.fillText(text, pad, pad + face.ascent);
+  // Each glyph stands at the whole-pixel pen position a hinted layout
+  // gives it, so a line's ink spreads as the designer's does.
+  let pen = pad;
+  for (const ch of text) {
+    ctx.fillText(ch, pen, pad + face.ascent);
+    pen += this.advance(face, ch);
+  }
   const data = ctx.getImageData(0, 0, w, h).data;
   let x0 = w, y0 = h, x1 = -1, y1 = -1;
   for (let y = 0; y < h; ++y) {

@@ -2,7 +2,7 @@
 // real command-line program, serves the folder on loopback, opens the page
 // and reads the bar's pixels; renders the same project with the designer's
 // renderer for comparison.
-const { execFileSync } = require('node:child_process');
+const { execFileSync, spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const http = require('node:http');
 const os = require('node:os');
@@ -27,11 +27,15 @@ function cli(args, opts) {
   });
 }
 
-// Builds PROJECT into a fresh folder; returns the page's path.
+// Builds PROJECT into a fresh folder; returns the page's path. A project
+// that names a missing picture still builds (the copy reports it and the
+// command ends non-zero), so only a missing page is a failure here.
 function buildProject(project, pageName) {
   const dir = tempDir('kp-build-');
   const page = path.join(dir, pageName || 'index.html');
-  cli(['build', project, page, '--yes']);
+  const settings = path.join(tempDir('kp-settings-'), 'settings.ini');
+  const run = spawnSync(CLI, ['--settings', settings, 'build', project, page, '--yes'], { encoding: 'latin1' });
+  if (!fs.existsSync(page)) throw new Error(`build of ${project} wrote no page: ${run.stderr}`);
   return page;
 }
 
