@@ -121,4 +121,21 @@ function withoutLabels(projectFile, outFile) {
   return outFile;
 }
 
-module.exports = { rgb, projectText, writeProject, withoutLabels, buttonLine };
+// A copy of a project file without action programs, so that a face seen in
+// the page is the face of the state and nothing a program changed.
+function withoutPrograms(projectFile, outFile) {
+  const lines = fs.readFileSync(projectFile, 'latin1').split('\r\n');
+  const applet = lines[1].split('|');
+  for (const k of [8, 9, 10, 13]) applet[k] = '';
+  lines[1] = applet.join('|');
+  const count = parseInt(applet[2], 10);
+  for (let k = 2; k < 2 + count; k++) {
+    const f = lines[k].split('|');
+    for (const n of [47, 48, 49, 107, 108, 109]) f[n] = '';
+    lines[k] = f.join('|');
+  }
+  fs.writeFileSync(outFile, Buffer.from(lines.join('\r\n'), 'latin1'));
+  return outFile;
+}
+
+module.exports = { rgb, projectText, writeProject, withoutLabels, withoutPrograms, buttonLine };

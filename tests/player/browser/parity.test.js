@@ -7,7 +7,7 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const h = require('./harness.js');
-const { rgb, writeProject, withoutLabels } = require('./kpn.js');
+const { rgb, writeProject, withoutLabels, withoutPrograms } = require('./kpn.js');
 
 const DEMO_DIR = path.join(h.ROOT, 'data/Projects');
 const MEDIA = ['demo_star.gif', 'demo_arrow.gif', 'demo_bg.jpg', 'click.au'].map((f) => path.join(DEMO_DIR, f));
@@ -147,8 +147,10 @@ test.after(() => h.closeBrowser());
 test('the demo project matches the designer at rest, under the pointer and pressed', async (t) => {
   const dir = h.tempDir('kp-demo-');
   for (const f of fs.readdirSync(DEMO_DIR)) fs.copyFileSync(path.join(DEMO_DIR, f), path.join(dir, f));
-  // Links and radio buttons change faces on release only; every button is pressed.
-  await checkProject(t, path.join(dir, 'Demo.kpn'), [1, 2, 3, 4, 5, 6, 7, 9, 10, 11, 12, 8]);
+  // The demo's programs move and recolour other buttons; the faces are
+  // compared without them (their effects are the behaviour tests' concern).
+  const project = withoutPrograms(path.join(dir, 'Demo.kpn'), path.join(dir, 'DemoFaces.kpn'));
+  await checkProject(t, project, [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12]);
 });
 
 // Buttons that together use every face feature: border styles, fades in
