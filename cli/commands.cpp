@@ -89,6 +89,10 @@ int Html(Env& env, const std::vector<std::string>& a, std::ostream& out) {
   return out ? kOk : kFailure;
 }
 
+// Bytes the surfaces of a render may take beyond the picture and a fifth
+// of it: room for the buttons of any ordinary bar.
+constexpr long long kRenderAllowance = 128LL * 1024 * 1024;
+
 // The design window's picture of the applet: background, applet border
 // and every button in the chosen state, stacked in button order.
 int Render(Env& env, const std::vector<std::string>& a, std::ostream&, std::ostream& err) {
@@ -106,19 +110,36 @@ int Render(Env& env, const std::vector<std::string>& a, std::ostream&, std::ostr
   }
   Project p;
   if (int rc = Load(p, env, a[0])) return rc;
+  const std::string out = LongPath(a[1]);
+  if (p.AppletWidth <= 0 || p.AppletHeight <= 0) {
+    err << "kestrelpane-cli: the applet is " << p.AppletWidth << " x " << p.AppletHeight
+        << " pixels: nothing to draw; " << out << " not written\n";
+    return kFailure;
+  }
   p.sState = state;
   QtTextMeasure measure;
   Scene scene(p, env.prompter, measure);
+  // The picture is the design surface itself; the buttons' surfaces, the
+  // glyph work and the writing of the file share what is left of a fifth
+  // of it plus a fixed allowance.
+  const long long design = 4LL * p.AppletWidth * p.AppletHeight;
+  scene.surfaceBudget = design + design / 5 + kRenderAllowance;
   scene.grid.bShowGrid = showGrid;
   scene.grid.bShowGridAsDots = TextToBool(GetParam(env, "bShowGridAsDots"));
   scene.grid.iGridX = MakeCInt(GetParam(env, "iGridX"), 10);
   scene.grid.iGridY = MakeCInt(GetParam(env, "iGridY"), 10);
   scene.grid.lGridColor = MakeCLng(GetParam(env, "lGridColor"), 8421504);
-  scene.SizeDesignToApplet();
-  scene.RepaintAll();
-  const QImage picture = scene.ComposeApplet();
-  const std::string out = LongPath(a[1]);
-  if (picture.isNull() || !picture.save(QString::fromStdString(out), "PNG")) {
+  if (scene.SizeDesignToApplet()) scene.RepaintAll();
+  if (scene.memoryFailures > 0) {
+    err << "kestrelpane-cli: not enough memory to draw the applet; " << out << " not written\n";
+    return kFailure;
+  }
+  const QImage picture = scene.TakeAppletPicture();
+  if (picture.isNull()) {
+    err << "kestrelpane-cli: not enough memory for the picture; " << out << " not written\n";
+    return kFailure;
+  }
+  if (!picture.save(QString::fromStdString(out), "PNG")) {
     err << "kestrelpane-cli: cannot write " << out << "\n";
     return kFailure;
   }

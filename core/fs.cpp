@@ -41,15 +41,73 @@ std::string FolderOf(const std::string& path) {
 
 }  // namespace
 
+namespace {
+
+PathInfo InfoOf(const struct stat& st) {
+  PathInfo info;
+  if (S_ISREG(st.st_mode)) {
+    info.kind = PathKind::File;
+    info.size = static_cast<long long>(st.st_size);
+  } else if (S_ISDIR(st.st_mode)) {
+    info.kind = PathKind::Folder;
+  } else {
+    info.kind = PathKind::Other;
+  }
+  return info;
+}
+
+// Whole megabytes, rounded up, so a file just over the limit never reads
+// as the limit itself.
+std::string Megabytes(long long bytes) {
+  return std::to_string((bytes + 1024 * 1024 - 1) / (1024 * 1024)) + " MB";
+}
+
+// Why a path cannot be read whole; ok for a regular file within the limit
+// and for a missing path.
+IoStatus Refusal(const std::string& path, const PathInfo& info) {
+  switch (info.kind) {
+    case PathKind::Folder: return IoStatus::Fail(path + " is a folder, not a file");
+    case PathKind::Other:
+      return IoStatus::Fail(path + " is not a regular file (a device, a pipe or a socket)");
+    case PathKind::File:
+      if (info.size > kMaxReadBytes)
+        return IoStatus::Fail(path + " is " + Megabytes(info.size) + ": files over " +
+                              Megabytes(kMaxReadBytes) + " are not opened");
+      return {};
+    case PathKind::Missing: return {};
+  }
+  return {};
+}
+
+}  // namespace
+
+IoStatus CheckReadable(FileSystem& fs, const std::string& path) {
+  return Refusal(path, fs.Inspect(path));
+}
+
+PathInfo DiskFileSystem::Inspect(const std::string& path) {
+  struct stat st {};
+  if (path.empty() || ::stat(path.c_str(), &st) != 0) return {};
+  return InfoOf(st);
+}
+
 IoStatus DiskFileSystem::ReadFile(const std::string& path, std::string& out) {
   out.clear();
-  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // Without O_NONBLOCK, opening a pipe would wait for a writer.
+  int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (fd < 0) return ErrnoFail(errno, path);
   struct stat st {};
-  if (::fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
+  if (::fstat(fd, &st) != 0) {
+    int err = errno;
     ::close(fd);
-    return ErrnoFail(EISDIR, path);
+    return ErrnoFail(err, path);
   }
+  if (IoStatus refused = Refusal(path, InfoOf(st)); !refused) {
+    ::close(fd);
+    return refused;
+  }
+  // A file that grows while it is read is held to the same limit.
+  out.reserve(static_cast<size_t>(st.st_size));
   char buf[65536];
   for (;;) {
     ssize_t n = ::read(fd, buf, sizeof buf);
@@ -62,6 +120,12 @@ IoStatus DiskFileSystem::ReadFile(const std::string& path, std::string& out) {
     }
     if (n == 0) break;
     out.append(buf, static_cast<size_t>(n));
+    if (static_cast<long long>(out.size()) > kMaxReadBytes) {
+      ::close(fd);
+      out.clear();
+      return IoStatus::Fail(path + " grew past " + Megabytes(kMaxReadBytes) +
+                            " while it was read: files over that are not opened");
+    }
   }
   ::close(fd);
   return {};

@@ -19,10 +19,31 @@ struct IoStatus {
   static IoStatus Fail(std::string m, bool perm = false) { return {false, std::move(m), perm}; }
 };
 
+// The most a file read whole may hold. No project, page or settings file
+// comes near it; anything larger is refused before a byte is read.
+inline constexpr long long kMaxReadBytes = 256LL * 1024 * 1024;
+
+// What a path names, as far as reading it whole is concerned.
+enum class PathKind {
+  Missing,  // nothing there, or nothing the caller may look at
+  File,     // a regular file
+  Folder,
+  Other,    // a device, a pipe, a socket: reading may never end
+};
+struct PathInfo {
+  PathKind kind = PathKind::Missing;
+  long long size = 0;  // bytes, for a regular file
+};
+
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
+  // Reads a regular file of at most kMaxReadBytes; a folder, a device, a
+  // pipe or a larger file fails at once, without reading.
   virtual IoStatus ReadFile(const std::string& path, std::string& out) = 0;
+  // What the path names, found without opening it (opening a pipe waits
+  // for its writer).
+  virtual PathInfo Inspect(const std::string& path) = 0;
   // Writes the whole content to a temporary file beside `path` and renames
   // it over `path` only when complete: on failure the old file is untouched.
   virtual IoStatus WriteFileAtomic(const std::string& path, std::string_view data) = 0;
@@ -41,6 +62,7 @@ class FileSystem {
 class DiskFileSystem : public FileSystem {
  public:
   IoStatus ReadFile(const std::string& path, std::string& out) override;
+  PathInfo Inspect(const std::string& path) override;
   IoStatus WriteFileAtomic(const std::string& path, std::string_view data) override;
   IoStatus CopyFile(const std::string& from, const std::string& to) override;
   IoStatus RemoveFile(const std::string& path) override;
@@ -50,5 +72,11 @@ class DiskFileSystem : public FileSystem {
   std::vector<std::string> ListFiles(const std::string& dir) override;
   IoStatus ChangeDir(const std::string& path) override;
 };
+
+// Fails with a message that says what the path is when it names something
+// that cannot be read whole: a folder, a device or pipe, a file larger than
+// kMaxReadBytes. A missing path passes: the read says so in the system's
+// own words.
+IoStatus CheckReadable(FileSystem& fs, const std::string& path);
 
 }  // namespace kp

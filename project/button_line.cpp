@@ -14,18 +14,27 @@ void AddTri(std::string& out, const Tri<T>& t, Fn fn) {
   for (int s = 1; s <= 3; ++s) fn(out, t[s]);
 }
 
-std::string FileText(const std::string& path, LineForm form) {
-  return form == LineForm::Export ? FileNameOf(path) : path;
-}
-
 }  // namespace
 
-void AppendButtonLine(std::string& out, const tButton& b, LineForm form) {
+std::string FileFieldText(const std::string& path, LineForm form, const std::string& ownFolder) {
+  if (form == LineForm::Export) return FileNameOf(path);
+  const bool unsafe = path.find_first_of("|\r\n") != std::string::npos;
+  if (unsafe && form == LineForm::Project && !ownFolder.empty() && GetFolder(path) == ownFolder) {
+    std::string name = FileNameOnly(path);
+    if (!name.empty() && name.find_first_of("|\r\n") == std::string::npos) return name;
+  }
+  return path;
+}
+
+void AppendButtonLine(std::string& out, const tButton& b, LineForm form,
+                      const std::string& ownFolder) {
   auto num = [](std::string& o, long v) { AddNum(o, v); };
   auto esc = [](std::string& o, const std::string& s) { AddText(o, EscapeField(s)); };
   auto raw = [](std::string& o, const std::string& s) { AddText(o, s); };
   auto boo = [](std::string& o, bool v) { AddBool(o, v); };
-  auto file = [form](std::string& o, const std::string& s) { AddText(o, FileText(s, form)); };
+  auto file = [form, &ownFolder](std::string& o, const std::string& s) {
+    AddText(o, FileFieldText(s, form, ownFolder));
+  };
   const bool record = form == LineForm::Record;
 
   AddNum(out, b.x);

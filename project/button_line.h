@@ -21,7 +21,16 @@ enum class LineForm {
 };
 
 // Appends the button's fields, each followed by "|", without a line end.
-void AppendButtonLine(std::string& out, const tButton& b, LineForm form);
+// ownFolder is the folder of the file being written (with its separator),
+// or "" when there is none.
+void AppendButtonLine(std::string& out, const tButton& b, LineForm form,
+                      const std::string& ownFolder = "");
+
+// The text of a file field. A full path that a line cannot carry ("|" ends
+// a field, a line break the line) but that lies directly in ownFolder is
+// written as its bare name, which the reader resolves back to the same
+// path; every other path is written as it stands.
+std::string FileFieldText(const std::string& path, LineForm form, const std::string& ownFolder);
 
 // Resolves a file field of a project line into the path kept in memory.
 using FileResolver = std::function<std::string(std::string_view)>;

@@ -1,6 +1,8 @@
 #include "project/project_file.h"
 
+#include <optional>
 #include <string_view>
+#include <utility>
 #include <unordered_map>
 #include <vector>
 
@@ -16,14 +18,16 @@ namespace kp {
 namespace {
 
 
-void AppendAppletLine(std::string& out, const Project& p, bool bNamesOnly) {
+void AppendAppletLine(std::string& out, const Project& p, bool bNamesOnly,
+                      const std::string& ownFolder) {
   AddNum(out, p.AppletWidth);
   AddNum(out, p.AppletHeight);
   AddNum(out, p.ButtonCount);
   AddText(out, "R");
   AddNum(out, p.DOWNBtn);
   AddNum(out, p.BackGround);
-  AddText(out, bNamesOnly ? FileNameOf(p.BackImg) : p.BackImg);
+  AddText(out, FileFieldText(p.BackImg, bNamesOnly ? LineForm::Export : LineForm::Project,
+                            ownFolder));
   AddNum(out, p.BackImgStyle);
   AddText(out, p.AppletProgramOVER);
   AddText(out, p.AppletProgramDOWN);
@@ -236,18 +240,187 @@ struct LoadError {
 
 constexpr const char* kPastEnd = "Input past end of file";
 
+
+// --- What a save may write ----------------------------------------------------
+//
+// The file has no quoting: "|" ends a field, a line break ends a line, and
+// a marker line ends a block. A text holding one of them would load back
+// as something else, and silently shift every field after it. Each text
+// field is checked in the form it is written in before anything is
+// written; the format's own deliberate changes (an escaped target or code
+// base read back raw, "&nbsp" read as a blank) are not counted.
+
+enum class FieldForm {
+  Raw,        // written and read as it stands
+  Esc,        // EscapeField, UnescapeField
+  Name,       // EscapeNameField, UnescapeField
+  EscRawRead, // EscapeField on writing, read as it stands
+  Written,    // the text as written (file fields)
+};
+
+const char* const kMarkers[] = {
+    "[Start: sHTMLbefore]",       "[End: sHTMLbefore]", "[Start: sHTMLalt]",
+    "[End: sHTMLalt]",            "[Start: sHTMLafter]", "[End: sHTMLafter]",
+    "[Start: kpProjectSettings]", "[End: kpProjectSettings]"};
+
+std::string Quoted(std::string_view s) { return std::string(sQuote) + std::string(s) + sQuote; }
+
+// Why the value of a line field would not come back as it is; "" when it
+// would.
+std::string UnkeptInLine(const std::string& v, FieldForm form) {
+  if (v.find_first_of("\r\n") != std::string::npos)
+    return "holds a line break, which ends the line in the project file";
+  switch (form) {
+    case FieldForm::Raw:
+    case FieldForm::Written:
+      if (v.find('|') != std::string::npos)
+        return "holds " + Quoted("|") +
+               ", which ends a field in the project file, so every field after it would shift";
+      return "";
+    case FieldForm::Esc:
+    case FieldForm::Name: {
+      const std::string back =
+          UnescapeField(form == FieldForm::Name ? EscapeNameField(v) : EscapeField(v));
+      if (back == v || back == ReplaceAll(v, "&nbsp", " ")) return "";
+      // "&" is never escaped, so an escape text typed in comes back as the
+      // character it stands for.
+      static const char* const kBecomes[] = {" ", ";", sQuote, "|", "^"};
+      for (size_t at = v.find("&!"); at != std::string::npos; at = v.find("&!", at + 1)) {
+        if (at + 2 < v.size() && v[at + 2] >= '0' && v[at + 2] <= '4')
+          return "holds the text " + Quoted(v.substr(at, 3)) + ", which the project file reads back as " +
+                 Quoted(kBecomes[v[at + 2] - '0']);
+      }
+      return "would be read back from the project file as " + Quoted(back);
+    }
+    case FieldForm::EscRawRead: return "";
+  }
+  return "";
+}
+
+// Why a block's text would not come back as it is; "" when it would.
+std::string UnkeptInBlock(const std::string& text) {
+  size_t start = 0;
+  for (;;) {
+    const size_t end = text.find_first_of("\r\n", start);
+    const std::string_view line =
+        std::string_view(text).substr(start, end == std::string::npos ? std::string::npos : end - start);
+    for (const char* marker : kMarkers)
+      if (line == marker)
+        return "holds the line " + Quoted(marker) + ", which the project file takes as a block marker";
+    if (end == std::string::npos) return "";
+    start = end + (text.compare(end, 2, "\r\n") == 0 ? 2 : 1);
+  }
+}
+
+struct Unsavable {
+  std::string owner;  // "button 2 ("Home")", "the applet", ...
+  std::string field;
+  std::string why;
+};
+
+std::optional<Unsavable> FindUnsavable(const Project& p, bool bNamesOnly,
+                                       const std::string& ownFolder) {
+  const LineForm form = bNamesOnly ? LineForm::Export : LineForm::Project;
+  std::optional<Unsavable> found;
+  auto check = [&](const std::string& owner, const std::string& field, const std::string& v,
+                   FieldForm f) {
+    if (found) return;
+    const std::string why = UnkeptInLine(v, f);
+    if (!why.empty()) found = Unsavable{owner, field, why};
+  };
+  auto checkFile = [&](const std::string& owner, const std::string& field, const std::string& v) {
+    check(owner, field, FileFieldText(v, form, ownFolder), FieldForm::Written);
+  };
+  static const char* const kState[] = {"", " (UP)", " (OVER)", " (DOWN)"};
+
+  const std::string applet = "the applet";
+  checkFile(applet, "BackImg", p.BackImg);
+  check(applet, "AppletProgramOVER", p.AppletProgramOVER, FieldForm::Raw);
+  check(applet, "AppletProgramDOWN", p.AppletProgramDOWN, FieldForm::Raw);
+  check(applet, "AppletProgramOUT", p.AppletProgramOUT, FieldForm::Raw);
+  check(applet, "AppletProgramStart", p.AppletProgramStart, FieldForm::Raw);
+  check(applet, "AppletName", p.AppletName, FieldForm::Raw);
+  check(applet, "CodeBase", p.CodeBase, FieldForm::EscRawRead);
+  check(applet, "ImgPath", p.ImgPath, FieldForm::Raw);
+  check(applet, "SndPath", p.SndPath, FieldForm::Raw);
+  check(applet, "sLoading", p.sLoading, FieldForm::Raw);
+
+  for (int i = 1; i <= p.ButtonCount && !found; ++i) {
+    const tButton& b = p.button(i);
+    const std::string owner = "button " + std::to_string(i) + " " + Quoted(b.sBName);
+    for (int s = 1; s <= 3; ++s) check(owner, std::string("Label") + kState[s], b.Label[s], FieldForm::Esc);
+    check(owner, "URL", b.URL, FieldForm::Esc);
+    check(owner, "Status", b.Status, FieldForm::Esc);
+    check(owner, "Target", b.Target, FieldForm::EscRawRead);
+    for (int s = 1; s <= 3; ++s) checkFile(owner, std::string("Image") + kState[s], b.Image[s]);
+    for (int s = 1; s <= 3; ++s) check(owner, std::string("Font") + kState[s], b.Font[s], FieldForm::Raw);
+    for (int s = 1; s <= 3; ++s) checkFile(owner, std::string("Snd") + kState[s], b.Snd[s]);
+    check(owner, "ProgramLEAVE", b.ProgramLEAVE, FieldForm::Raw);
+    check(owner, "ProgramOVER", b.ProgramOVER, FieldForm::Raw);
+    check(owner, "ProgramDOWN", b.ProgramDOWN, FieldForm::Raw);
+    check(owner, "Tip", b.Tip, FieldForm::Raw);
+    check(owner, "sBName", b.sBName, FieldForm::Name);
+    check(owner, "ProgramUP", b.ProgramUP, FieldForm::Raw);
+    check(owner, "ProgramCHECK", b.ProgramCHECK, FieldForm::Raw);
+    check(owner, "ProgramUNCHECK", b.ProgramUNCHECK, FieldForm::Raw);
+  }
+  if (found) return found;
+
+  const std::pair<const char*, const std::string*> blocks[] = {
+      {"sHTMLbefore", &p.sHTMLbefore}, {"sHTMLalt", &p.sHTMLalt}, {"sHTMLafter", &p.sHTMLafter}};
+  for (const auto& [name, text] : blocks) {
+    const std::string why = UnkeptInBlock(*text);
+    if (!why.empty()) return Unsavable{"the page text", name, why};
+  }
+  const std::pair<const char*, const std::string*> settings[] = {
+      {"sOutputHTML", &p.sOutputHTML},
+      {"sProjectName", &p.sProjectName},
+      {"sProjectsPath", &p.sProjectsPath},
+      {"sOutputFolder", &p.sOutputFolder},
+      {"sSearchImagesFolder", &p.sSearchImagesFolder},
+      {"sSearchSoundsFolder", &p.sSearchSoundsFolder},
+      {"sSearchLinkFolder", &p.sSearchLinkFolder}};
+  for (const auto& [name, text] : settings) {
+    // A normal save leaves the name's line empty, an export the others.
+    if ((std::string_view(name) == "sProjectName") != bNamesOnly) continue;
+    std::string why = text->find_first_of("\r\n") != std::string::npos
+                          ? "holds a line break, which ends the line in the project file"
+                          : UnkeptInBlock(*text);
+    if (!why.empty()) return Unsavable{"the project settings", name, why};
+  }
+  return std::nullopt;
+}
+
+// Line ends of a page text as the file keeps them: every CR, LF and CR LF
+// becomes CR LF, which is how the text loads back.
+std::string FileLineEnds(const std::string& text) {
+  if (text.find_first_of("\r\n") == std::string::npos) return text;
+  std::string out;
+  out.reserve(text.size() + 16);
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c != '\r' && c != '\n') {
+      out.push_back(c);
+      continue;
+    }
+    out += sCRLF;
+    if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+  }
+  return out;
+}
+
 }  // namespace
 
-std::string ProjectFileText(const Project& p, bool bNamesOnly) {
+std::string ProjectFileText(const Project& p, bool bNamesOnly, const std::string& ownFolder) {
   std::string out;
   out.reserve(64 + 700 * static_cast<size_t>(p.ButtonCount > 0 ? p.ButtonCount : 0));
   out += kProjectHeader;
   out += sCRLF;
-  AppendAppletLine(out, p, bNamesOnly);
+  AppendAppletLine(out, p, bNamesOnly, ownFolder);
   out += sCRLF;
   LineForm form = bNamesOnly ? LineForm::Export : LineForm::Project;
   for (int i = 1; i <= p.ButtonCount; ++i) {
-    AppendButtonLine(out, p.button(i), form);
+    AppendButtonLine(out, p.button(i), form, ownFolder);
     out += sCRLF;
   }
   out += sCRLF;
@@ -274,6 +447,18 @@ std::string ProjectFileText(const Project& p, bool bNamesOnly) {
 bool SaveProject(Project& p, Env& env, const std::string& path, bool bKeepState,
                  bool bNamesOnly) {
   p.sProjectName = FileNameOf(path, true);
+  // The page texts load back with CR LF whatever they were written with;
+  // the model takes that form now, so that what is kept equals what loads.
+  for (std::string* text : {&p.sHTMLbefore, &p.sHTMLalt, &p.sHTMLafter})
+    *text = FileLineEnds(*text);
+  const std::string ownFolder = GetFolder(path);
+  if (auto bad = FindUnsavable(p, bNamesOnly, ownFolder)) {
+    env.prompter.MsgBox("The project was not saved: in " + bad->owner + ", " + bad->field + " " +
+                            bad->why + "." + sCRLF + sCRLF +
+                            "Please change it and save again. Nothing was written to " + path + ".",
+                        Buttons::OK, "", Icon::Exclamation);
+    return false;
+  }
   env.prompter.ProgressShow("Saving Buttons to File...");
   env.prompter.Busy(true);
   // Progress per button, as the text is built line by line.
@@ -281,7 +466,7 @@ bool SaveProject(Project& p, Env& env, const std::string& path, bool bKeepState,
     env.prompter.ProgressSet("Saving Button # " + std::to_string(i) + " of " +
                                  std::to_string(p.ButtonCount),
                              i * 100 / p.ButtonCount);
-  std::string text = ProjectFileText(p, bNamesOnly);
+  std::string text = ProjectFileText(p, bNamesOnly, ownFolder);
   IoStatus st = env.fs.WriteFileAtomic(path, text);
   env.prompter.Busy(false);
   env.prompter.ProgressHide();
@@ -437,7 +622,10 @@ void FinishLoad(Project& p, Env& env) {
 LoadResult LoadProject2(Project& p, Env& env, const std::string& path) {
   env.view.HideHTMLWindow();
   std::string text;
-  IoStatus read = env.fs.ReadFile(path, text);
+  // A device or a pipe would never end, a huge file would fill the memory:
+  // both are refused before anything is read.
+  IoStatus read = CheckReadable(env.fs, path);
+  if (read) read = env.fs.ReadFile(path, text);
   bool imported = false;
   if (path.size() >= 4 && path.compare(path.size() - 4, 4, ".lpm") == 0 && read) {
     auto lines = SplitLines(text);

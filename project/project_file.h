@@ -16,11 +16,15 @@ inline constexpr const char* kHomePage = "https://kestrelpane.example/";
 
 // The whole file text of the project. bNamesOnly selects the export form:
 // file fields carry names only and the settings block only the name.
-std::string ProjectFileText(const Project& p, bool bNamesOnly);
+// ownFolder is the folder the file goes to (see FileFieldText).
+std::string ProjectFileText(const Project& p, bool bNamesOnly, const std::string& ownFolder = "");
 
-// Writes the project to `path`: never over a good file with a broken one.
-// bKeepState leaves bProjectSaved and the recent list alone. Returns false
-// after showing the failure message.
+// Writes the project to `path`: never over a good file with a broken one,
+// and never a file that would load back differently. A text the format
+// cannot carry (a "|" in a raw field, a line break, a typed escape, a
+// block marker line) stops the save before anything is written, with a
+// message naming the button and the field. bKeepState leaves bProjectSaved
+// and the recent list alone. Returns false after showing the message.
 bool SaveProject(Project& p, Env& env, const std::string& path, bool bKeepState,
                  bool bNamesOnly);
 

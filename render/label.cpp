@@ -1,5 +1,6 @@
 // The label of a button: lines, their places, the text border and the
 // print itself.
+#include <new>
 #include <vector>
 
 #include "core/conv.h"
@@ -44,18 +45,36 @@ int PrintTop(i16 Y, float TH) {
 
 struct Scene::PrintSetup {
   float TH = 0;
-  const GlyphMask* glyphs = nullptr;
+  FontSpec font;
+  std::string shown;
 };
 
 Scene::PrintSetup Scene::SetupPrint(const std::string& s, const std::string& FontName,
                                     i16 FontSize, bool Bold, bool Italic) {
-  const std::string shown = LabelDisplayText(s);
-  const FontSpec font{PrintedFontName(FontName), FontSize, Bold, Italic};
   PrintSetup ps;
-  ps.TH = static_cast<float>(measure_.TextHeight(font, shown));
-  ps.glyphs = &measure_.Glyphs(font, shown);
+  ps.shown = LabelDisplayText(s);
+  ps.font = FontSpec{PrintedFontName(FontName), FontSize, Bold, Italic};
+  ps.TH = static_cast<float>(measure_.TextHeight(ps.font, ps.shown));
   return ps;
 }
+
+namespace {
+
+// The cell rectangle that prints with their tops between (xMin, topMin)
+// and (xMax, topMax) can bring onto a w x h surface, a pixel wider all
+// round. Glyph work stays inside it, whatever the font size.
+CellReach ReachOf(long long xMin, long long xMax, long long topMin, long long topMax, int w,
+                  int h) {
+  return CellReach{-xMax - 1, -topMax - 1, w - xMin + 1, h - topMin + 1};
+}
+
+// The same top as PrintTop, for a Y that need not fit 16 bits.
+long long WideTop(long long Y, float TH) {
+  const float top = static_cast<float>(Y) - (TH / 2.0f + TH) / 2.0f;
+  return static_cast<long long>(rd::RoundEven(top));
+}
+
+}  // namespace
 
 void Scene::drawString(int i, const std::string& s, i16 X, i16 Y, const std::string& FontName,
                        i16 FontSize, Colour Color, bool Bold, bool Italic) {
@@ -63,8 +82,12 @@ void Scene::drawString(int i, const std::string& s, i16 X, i16 Y, const std::str
   // the font at each print.
   if (s.empty()) return;
   const PrintSetup ps = SetupPrint(s, FontName, FontSize, Bold, Italic);
+  Surface& surf = pButtons(i);
+  const int top = PrintTop(Y, ps.TH);
+  const GlyphMask& glyphs =
+      measure_.Glyphs(ps.font, ps.shown, ReachOf(X, X, top, top, surf.Width(), surf.Height()));
   ++prints;
-  StampGlyphs(pButtons(i).img, *ps.glyphs, {Stamp{X, PrintTop(Y, ps.TH), Color}});
+  StampGlyphs(surf.img, glyphs, {Stamp{X, top, Color}});
 }
 
 void Scene::drawTFrame(int i, Surface& surface, const std::string& s, i16 X, i16 Y, i16 Thick,
@@ -74,10 +97,23 @@ void Scene::drawTFrame(int i, Surface& surface, const std::string& s, i16 X, i16
   if (Thick < 1) return;
   const ColourParts c = PartsOf(Color);
   const PrintSetup ps = SetupPrint(s, FontName, FontSize, Bold, Italic);
+  const int W = surface.Width(), H = surface.Height();
+  const GlyphMask& g = measure_.Glyphs(
+      ps.font, ps.shown,
+      ReachOf(static_cast<long long>(X) - Thick, static_cast<long long>(X) + Thick,
+              WideTop(static_cast<long long>(Y) - Thick, ps.TH),
+              WideTop(static_cast<long long>(Y) + Thick, ps.TH), W, H));
+  // A print whose glyphs all fall outside the surface changes nothing; it
+  // counts as a print but is not laid down.
+  auto reaches = [&](int x, int top) {
+    const long long gx = static_cast<long long>(x) + g.originX;
+    const long long gy = static_cast<long long>(top) + g.originY;
+    return !g.empty() && gx < W && gx + g.width > 0 && gy < H && gy + g.height > 0;
+  };
   // The prints of both passes in their order; the glyphs are laid down
   // once at the end, each pixel by the last print that covers it.
   std::vector<Stamp> stamps;
-  stamps.reserve(static_cast<size_t>(2 * Thick + 3) * static_cast<size_t>(2 * Thick + 1));
+  long long printed = 0;
   auto shade = [&](i16 n) {
     auto v = ShadeColor(Shade, Thick, c.R, c.G, c.B, n, Light);
     if (!v) throw rd::Overflow();
@@ -98,7 +134,8 @@ void Scene::drawTFrame(int i, Surface& surface, const std::string& s, i16 X, i16
         fore = shade(n);
         n = rd::Add(n, 1);
       }
-      stamps.push_back(Stamp{xx, top, fore});
+      ++printed;
+      if (reaches(xx, top)) stamps.push_back(Stamp{xx, top, fore});
     }
   };
   bool failed = false;
@@ -115,8 +152,8 @@ void Scene::drawTFrame(int i, Surface& surface, const std::string& s, i16 X, i16
   }
   // What was printed before an error stays printed.
   if (!s.empty()) {
-    prints += static_cast<long long>(stamps.size());
-    StampGlyphs(surface.img, *ps.glyphs, stamps);
+    prints += printed;
+    StampGlyphs(surface.img, g, stamps);
   }
   if (failed) throw error;
 }
@@ -182,6 +219,11 @@ void Scene::DrawLabel(int i) {
     }
   } catch (const rd::DrawError& e) {
     Report("DrawLabel", i, e.description, bNoLabelErrors);
+  } catch (const std::bad_alloc&) {
+    // The glyphs of the line could not be had: the label's own error path,
+    // with the description the platform gives this failure.
+    ++memoryFailures;
+    Report("DrawLabel", i, "Out of memory", bNoLabelErrors);
   }
 }
 

@@ -62,6 +62,7 @@ void BitBlt(QImage& dst, int dx, int dy, int w, int h, const QImage& src, int sx
     // Same buffer: take the source rectangle first, as the copy must read
     // the pixels from before it began.
     QImage part = src.copy(sx, sy, w, h);
+    if (part.isNull()) return;  // no memory for the copy: nothing is drawn
     for (int y = 0; y < h; ++y) BlendRow(Row(dst, dy + y) + dx, Row(part, y), w, rop);
     return;
   }
@@ -76,6 +77,7 @@ void StretchBlt(QImage& dst, int dx, int dy, int dw, int dh, const QImage& src, 
     return;
   }
   const QImage source = dst.constBits() == src.constBits() ? src.copy() : src;
+  if (source.isNull()) return;
   const int x0 = std::max(0, dx), x1 = std::min(dst.width(), dx + dw);
   const int y0 = std::max(0, dy), y1 = std::min(dst.height(), dy + dh);
   if (x0 >= x1 || y0 >= y1) return;
@@ -175,13 +177,18 @@ void Surface::SetBackColor(Colour c) {
   Cls();
 }
 
-void Surface::Resize(int w, int h) {
+bool Surface::Resize(int w, int h) {
   w = std::max(0, w);
   h = std::max(0, h);
-  if (w == Width() && h == Height()) return;
+  if (w == Width() && h == Height()) return true;
   QImage next = NewBuffer(w, h, backColor);
+  if (next.isNull() && w > 0 && h > 0) {
+    img = QImage();
+    return false;
+  }
   BitBlt(next, 0, 0, w, h, img, 0, 0, Rop::SRCCOPY);
   img = std::move(next);
+  return true;
 }
 
 }  // namespace kp

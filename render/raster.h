@@ -30,7 +30,8 @@ enum class Rop : std::uint32_t {
 };
 
 // A new buffer of the given size filled with one colour; a size of 0 gives
-// an empty buffer.
+// an empty buffer, and so does a buffer the memory cannot hold (check
+// isNull() where the size is not 0).
 QImage NewBuffer(int w, int h, Colour fill);
 
 // Copies the w x h rectangle at (sx, sy) of src onto dst at (dx, dy),
@@ -70,8 +71,9 @@ struct Surface {
   // Setting the back colour clears the buffer to it.
   void SetBackColor(Colour c);
   // New size; the pixels that stay inside are kept, new ones take the
-  // back colour.
-  void Resize(int w, int h);
+  // back colour. False when the memory cannot hold the new size: the
+  // buffer is then empty, so that no drawing touches it.
+  bool Resize(int w, int h);
 };
 
 }  // namespace kp

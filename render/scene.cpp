@@ -1,5 +1,6 @@
 #include "render/scene.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "render/borders.h"
@@ -22,7 +23,36 @@ Scene::Scene(Project& p, Prompter& prompter, TextMeasure& measure, DesignHooks* 
 
 Scene::~Scene() = default;
 
-void Scene::SetDesignSize(int w, int h) { design_.Resize(w, h); }
+bool Scene::SetDesignSize(int w, int h) {
+  return Allocate(design_, w, h, "the applet's background");
+}
+
+long long Scene::SurfaceBytes() const {
+  long long total = design_.img.sizeInBytes();
+  for (const auto& b : buttons_)
+    if (b) total += b->img.sizeInBytes();
+  return total;
+}
+
+bool Scene::Allocate(Surface& s, int w, int h, const std::string& what) {
+  w = std::max(0, w);
+  h = std::max(0, h);
+  if (w == s.Width() && h == s.Height()) return true;
+  const long long need = 4LL * w * h;
+  // The old buffer lives until the new one is filled, so both count.
+  const bool withinBudget = surfaceBudget <= 0 || SurfaceBytes() + need <= surfaceBudget;
+  if (withinBudget && s.Resize(w, h)) return true;
+  s.img = QImage();
+  ++memoryFailures;
+  if (!bNoMemoryErrors) {
+    const std::string text = "Not enough memory to draw " + what + ": a surface of " +
+                             std::to_string(w) + " x " + std::to_string(h) + " pixels needs " +
+                             std::to_string((need + (1 << 20) - 1) >> 20) + " MB.";
+    if (prompter_.MsgBox(text, Buttons::OKCancel, "Error", Icon::Critical) == Answer::Cancel)
+      bNoMemoryErrors = true;
+  }
+  return false;
+}
 
 Surface& Scene::pButtons(int i) {
   if (i < 1) i = 0;  // slot 0 is never a button; it absorbs bad numbers
@@ -56,6 +86,7 @@ void Scene::SwapButtons(int i, int j) {
 
 QImage Scene::Compose() const {
   QImage out = design_.img.copy();
+  if (out.isNull()) return out;
   for (int i = 1; i <= p_.ButtonCount; ++i) {
     if (!HasSurface(i)) continue;
     const Surface& s = *buttons_[static_cast<size_t>(i)];
@@ -66,7 +97,26 @@ QImage Scene::Compose() const {
 
 QImage Scene::ComposeApplet() const {
   QImage out = NewBuffer(p_.AppletWidth, p_.AppletHeight, p_.BackGround);
+  if (out.isNull()) return out;
   BitBlt(out, 0, 0, out.width(), out.height(), Compose(), 0, 0, Rop::SRCCOPY);
+  return out;
+}
+
+QImage Scene::TakeAppletPicture() {
+  if (design_.Width() != p_.AppletWidth || design_.Height() != p_.AppletHeight) {
+    QImage out = ComposeApplet();
+    design_.img = QImage();
+    return out;
+  }
+  // The same pixels as ComposeApplet: the buttons over the design surface,
+  // which covers the applet exactly.
+  QImage out = std::move(design_.img);
+  design_.img = QImage();
+  for (int i = 1; i <= p_.ButtonCount; ++i) {
+    if (!HasSurface(i)) continue;
+    const Surface& s = *buttons_[static_cast<size_t>(i)];
+    BitBlt(out, s.Left, s.Top, s.Width(), s.Height(), s.img, 0, 0, Rop::SRCCOPY);
+  }
   return out;
 }
 
@@ -104,7 +154,8 @@ void Scene::Place(int i) {
   Surface& s = pButtons(i);
   s.Left = b.x;
   s.Top = b.y;
-  s.Resize(b.Width, b.Height);
+  if (!Allocate(s, b.Width, b.Height, "button " + std::to_string(i) + " " + sQuote + b.sBName + sQuote))
+    throw rd::DrawError{"Out of memory"};
 }
 
 void Scene::RedrawButton(int i, bool bMoveSizer, bool bMoveLabel, bool bSkipMove,

@@ -59,9 +59,10 @@ class Scene {
   Surface& Design() { return design_; }
   const Surface& Design() const { return design_; }
   // The design surface's size: the window's client area, or the screen's
-  // size so that a tiled background can fill any window size.
-  void SetDesignSize(int w, int h);
-  void SizeDesignToApplet() { SetDesignSize(p_.AppletWidth, p_.AppletHeight); }
+  // size so that a tiled background can fill any window size. False, after
+  // a message, when the memory cannot hold it: the surface is then empty.
+  bool SetDesignSize(int w, int h);
+  bool SizeDesignToApplet() { return SetDesignSize(p_.AppletWidth, p_.AppletHeight); }
 
   // The surface of button i (1-based), created empty on first use.
   Surface& pButtons(int i);
@@ -82,6 +83,11 @@ class Scene {
   QImage Compose() const;
   // The applet's rectangle of that picture.
   QImage ComposeApplet() const;
+  // The same picture, made in the design surface's own pixels when it has
+  // the applet's size, so that no second full-size copy is needed. The
+  // design surface is empty afterwards. Null when the memory cannot hold
+  // the picture.
+  QImage TakeAppletPicture();
   // Background, applet border and every button, placed and painted in
   // button order: the design window after a project was loaded.
   void RepaintAll();
@@ -160,12 +166,27 @@ class Scene {
   std::atomic<bool> bCancelTile{false};
   // Lines printed so far by drawString (text borders included).
   long long prints = 0;
+  // The most all surfaces together may take, in bytes; 0 for no limit but
+  // the memory's own. A surface beyond it is treated as one the memory
+  // cannot hold.
+  long long surfaceBudget = 0;
+  // Drawings ended so far because a surface or the glyphs of a line could
+  // not be had.
+  int memoryFailures = 0;
+  // Set by Cancel in the answer to a memory message; kept until the
+  // program ends.
+  bool bNoMemoryErrors = false;
 
  private:
   struct PrintSetup;
   PrintSetup SetupPrint(const std::string& s, const std::string& FontName, i16 FontSize, bool Bold,
                         bool Italic);
   void Place(int i);
+  // Gives `s` the size w x h within the memory and the budget; otherwise
+  // empties it, says which drawing ends and why (`what` names it), and
+  // returns false.
+  bool Allocate(Surface& s, int w, int h, const std::string& what);
+  long long SurfaceBytes() const;
   void Report(const char* routine, int i, const std::string& description, bool& silenced);
   void PaintBackground(bool bForce, bool bToScreen);
   void Base();

@@ -8,6 +8,7 @@
 #include <QString>
 #include <algorithm>
 #include <climits>
+#include <new>
 #include <cmath>
 
 #include "core/conv.h"
@@ -93,28 +94,52 @@ struct QtTextMeasure::Impl {
     return faces.emplace(key, std::move(face)).first->second;
   }
 
+  // The line drawn into a black picture of w x h pixels with its baseline
+  // start at (originX, originY); white where a glyph pixel is.
+  static QImage DrawScratch(const Face& face, const QString& text, int originX, int originY, int w,
+                            int h) {
+    QImage scratch(w, h, QImage::Format_RGB32);
+    // A picture that cannot be had must not be painted on.
+    if (scratch.isNull()) throw std::bad_alloc();
+    scratch.fill(0xFF000000u);
+    QPainter p;
+    if (!p.begin(&scratch)) throw std::bad_alloc();
+    p.setRenderHint(QPainter::TextAntialiasing, false);
+    p.setRenderHint(QPainter::Antialiasing, false);
+    p.setFont(face.font);
+    p.setPen(QColor(255, 255, 255));
+    p.drawText(QPoint(originX, originY), text);
+    p.end();
+    return scratch;
+  }
+
+  static bool Lit(std::uint32_t px) { return ((px >> 8) & 0xFF) > 127; }
+
+  // The scratch picture that holds a whole line, in cell coordinates: the
+  // advance and height with a font size of room on every side.
+  struct Extent {
+    long long pad = 0, w = 0, h = 0;
+  };
+  static Extent WholeExtent(const Face& face, const QString& text) {
+    const QFontMetrics fm(face.font);
+    Extent e;
+    e.pad = face.font.pixelSize() + 2;
+    e.w = std::max(1, fm.horizontalAdvance(text)) + 2 * e.pad;
+    e.h = fm.height() + 2 * e.pad;
+    return e;
+  }
+
   static GlyphMask Rasterise(const Face& face, const QString& text) {
     GlyphMask mask;
     if (text.isEmpty()) return mask;
-    const QFontMetrics fm(face.font);
-    const int pad = face.font.pixelSize() + 2;
-    const int w = std::max(1, fm.horizontalAdvance(text)) + 2 * pad;
-    const int h = fm.height() + 2 * pad;
-    QImage scratch(w, h, QImage::Format_RGB32);
-    scratch.fill(0xFF000000u);
-    {
-      QPainter p(&scratch);
-      p.setRenderHint(QPainter::TextAntialiasing, false);
-      p.setRenderHint(QPainter::Antialiasing, false);
-      p.setFont(face.font);
-      p.setPen(QColor(255, 255, 255));
-      p.drawText(QPoint(pad, pad + face.ascent), text);
-    }
+    const Extent e = WholeExtent(face, text);
+    const int pad = static_cast<int>(e.pad), w = static_cast<int>(e.w), h = static_cast<int>(e.h);
+    const QImage scratch = DrawScratch(face, text, pad, pad + face.ascent, w, h);
     int x0 = INT_MAX, y0 = INT_MAX, x1 = -1, y1 = -1;
     for (int y = 0; y < h; ++y) {
       const auto* row = reinterpret_cast<const std::uint32_t*>(scratch.constScanLine(y));
       for (int x = 0; x < w; ++x) {
-        if (((row[x] >> 8) & 0xFF) > 127) {
+        if (Lit(row[x])) {
           x0 = std::min(x0, x);
           x1 = std::max(x1, x);
           y0 = std::min(y0, y);
@@ -129,10 +154,59 @@ struct QtTextMeasure::Impl {
     for (int y = y0; y <= y1; ++y) {
       const auto* row = reinterpret_cast<const std::uint32_t*>(scratch.constScanLine(y));
       for (int x = x0; x <= x1; ++x)
-        if (((row[x] >> 8) & 0xFF) > 127) mask.Set(x - x0, y - y0);
+        if (Lit(row[x])) mask.Set(x - x0, y - y0);
     }
     return mask;
   }
+
+  // The glyph pixels inside the cell rectangle [cx0, cx1) x [cy0, cy1),
+  // drawn a column at a time: one pass finds the pixels' bounds, a second
+  // fills a mask of just that size. Every column starts at the top of the
+  // whole scratch picture, so the rasteriser walks each outline from the
+  // same first row and gives the same pixels as Rasterise; only the
+  // columns' sides are cut, and a cut at the side does not move a pixel.
+  static GlyphMask RasteriseWithin(const Face& face, const QString& text, long long cx0,
+                                   long long cy0, long long cx1, long long cy1, long long top,
+                                   long long bandPixels) {
+    GlyphMask mask;
+    if (text.isEmpty() || cx0 >= cx1 || cy0 >= cy1 || top > cy0) return mask;
+    const int baseline = static_cast<int>(face.ascent - top);
+    // Calls fn(cellX, cellY) for every glyph pixel of the columns that
+    // cover [x0, x1) x [cy0, y1).
+    auto scan = [&](long long x0, long long x1, long long y1, auto&& fn) {
+      const int h = static_cast<int>(y1 - top);
+      const long long cw = std::clamp<long long>(bandPixels / h, 1, x1 - x0);
+      for (long long x = x0; x < x1; x += cw) {
+        const int w = static_cast<int>(std::min(cw, x1 - x));
+        const QImage column = DrawScratch(face, text, static_cast<int>(-x), baseline, w, h);
+        for (int y = static_cast<int>(cy0 - top); y < h; ++y) {
+          const auto* row = reinterpret_cast<const std::uint32_t*>(column.constScanLine(y));
+          for (int k = 0; k < w; ++k)
+            if (Lit(row[k])) fn(x + k, top + y);
+        }
+      }
+    };
+    long long bx0 = LLONG_MAX, by0 = LLONG_MAX, bx1 = LLONG_MIN, by1 = LLONG_MIN;
+    scan(cx0, cx1, cy1, [&](long long x, long long y) {
+      bx0 = std::min(bx0, x);
+      bx1 = std::max(bx1, x);
+      by0 = std::min(by0, y);
+      by1 = std::max(by1, y);
+    });
+    if (bx1 < bx0) return mask;
+    mask.Allocate(static_cast<int>(bx1 - bx0 + 1), static_cast<int>(by1 - by0 + 1));
+    mask.originX = static_cast<int>(bx0);
+    mask.originY = static_cast<int>(by0);
+    scan(bx0, bx1 + 1, by1 + 1, [&](long long x, long long y) {
+      mask.Set(static_cast<int>(x - bx0), static_cast<int>(y - by0));
+    });
+    return mask;
+  }
+
+  // The last line drawn within a reach, and what it was asked with.
+  std::string reachKey;
+  GlyphMask reached;
+  GlyphMask none;
 };
 
 QtTextMeasure::QtTextMeasure() : d_(std::make_unique<Impl>()) {}
@@ -160,6 +234,27 @@ const GlyphMask& QtTextMeasure::Glyphs(const FontSpec& font, const std::string& 
   if (it != face.glyphs.end()) return it->second;
   if (face.glyphs.size() > Impl::kMaxEntries) face.glyphs.clear();
   return face.glyphs.emplace(text, Impl::Rasterise(face, FromCp1252(text))).first->second;
+}
+
+const GlyphMask& QtTextMeasure::Glyphs(const FontSpec& font, const std::string& text,
+                                       const CellReach& reach) {
+  Impl::Face& face = d_->FaceOf(font);
+  const QString shown = FromCp1252(text);
+  const Impl::Extent e = Impl::WholeExtent(face, shown);
+  // Ordinary lines are drawn whole and kept, exactly as they always were.
+  if (e.w * e.h <= wholeScratchPixels) return Glyphs(font, text);
+  const long long cx0 = std::max(reach.x0, -e.pad), cy0 = std::max(reach.y0, -e.pad);
+  const long long cx1 = std::min(reach.x1, e.w - e.pad), cy1 = std::min(reach.y1, e.h - e.pad);
+  if (cx0 >= cx1 || cy0 >= cy1) return d_->none;
+  std::string key = KeyOf(font) + '\x1f' + std::to_string(bandPixels) + ':' +
+                    std::to_string(cx0) + ',' + std::to_string(cy0) + ',' + std::to_string(cx1) +
+                    ',' + std::to_string(cy1) + '\x1f' + text;
+  if (key == d_->reachKey) return d_->reached;
+  d_->reachKey.clear();
+  d_->reached = GlyphMask{};  // the old mask goes before the new one is made
+  d_->reached = Impl::RasteriseWithin(face, shown, cx0, cy0, cx1, cy1, -e.pad, bandPixels);
+  d_->reachKey = std::move(key);
+  return d_->reached;
 }
 
 std::string QtTextMeasure::ActualFamily(const FontSpec& font) {

@@ -41,6 +41,13 @@ struct GlyphMask {
   void Allocate(int w, int h);
 };
 
+// The part of a print's text cell that can reach the surface it is printed
+// on, in the cell's coordinates: x0 <= x < x1, y0 <= y < y1.
+struct CellReach {
+  long long x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+  bool empty() const { return x0 >= x1 || y0 >= y1; }
+};
+
 class TextMeasure {
  public:
   virtual ~TextMeasure() = default;
@@ -50,6 +57,14 @@ class TextMeasure {
   // The glyph pixels of one line. The reference stays valid until the next
   // call on this measure.
   virtual const GlyphMask& Glyphs(const FontSpec& font, const std::string& text) = 0;
+  // The glyph pixels of one line as far as they lie inside `reach`; pixels
+  // outside may be left out, as they can never show. A measure whose
+  // glyphs are small anyway gives them all.
+  virtual const GlyphMask& Glyphs(const FontSpec& font, const std::string& text,
+                                  const CellReach& reach) {
+    (void)reach;
+    return Glyphs(font, text);
+  }
 };
 
 // Pixel height of a font size in points at 96 dots an inch, rounded as the
@@ -73,8 +88,20 @@ class QtTextMeasure : public TextMeasure {
   double TextWidth(const FontSpec& font, const std::string& text) override;
   double TextHeight(const FontSpec& font, const std::string& text) override;
   const GlyphMask& Glyphs(const FontSpec& font, const std::string& text) override;
+  // A line whose scratch picture would be large (a big font) is drawn only
+  // inside the reach, a band of rows at a time, so the work follows the
+  // surface and not the font size. Throws std::bad_alloc when even that
+  // cannot be had.
+  const GlyphMask& Glyphs(const FontSpec& font, const std::string& text,
+                          const CellReach& reach) override;
   // The family the platform chose for a font (for checks and reports).
   std::string ActualFamily(const FontSpec& font);
+  // The largest scratch picture, in pixels, drawn in one piece and kept;
+  // above it a line is drawn by bands inside its reach. Tests lower it to
+  // compare both ways.
+  long long wholeScratchPixels = 32LL * 1024 * 1024;
+  // The most pixels of scratch a band of rows takes.
+  long long bandPixels = 2LL * 1024 * 1024;
 
  private:
   struct Impl;

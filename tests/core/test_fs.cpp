@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
+#include <future>
 
 #include "core/fs.h"
 #include "tests/support/test_env.h"
@@ -165,6 +170,81 @@ TEST(DiskFileSystem, MakeDirRemoveFileAndChangeDir) {
   EXPECT_EQ(std::filesystem::current_path(), std::filesystem::canonical(d.file("new")));
   std::filesystem::current_path(before);
   EXPECT_FALSE(fs.ChangeDir(d.file("missing")));
+}
+
+// Reading whole is for regular files only: a device or a pipe would never
+// end, and a huge file would fill the memory. Each fails at once.
+TEST(DiskFileSystem, ReadOfADeviceFailsAtOnceSayingWhatItIs) {
+  DiskFileSystem fs;
+  for (const char* device : {"/dev/zero", "/dev/urandom", "/dev/null"}) {
+    std::string out = "x";
+    IoStatus st = fs.ReadFile(device, out);
+    EXPECT_FALSE(st.ok) << device;
+    EXPECT_EQ(st.message, std::string(device) + " is not a regular file (a device, a pipe or a socket)");
+    EXPECT_TRUE(out.empty());
+  }
+}
+
+TEST(DiskFileSystem, ReadOfAPipeWithoutWriterFailsAtOnce) {
+  TempDir d;
+  DiskFileSystem fs;
+  const std::string fifo = d.file("pipe");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  auto reading = std::async(std::launch::async, [&] {
+    std::string out;
+    return fs.ReadFile(fifo, out);
+  });
+  if (reading.wait_for(std::chrono::seconds(5)) != std::future_status::ready) {
+    // Let the stuck read go before failing.
+    int fd = ::open(fifo.c_str(), O_WRONLY);
+    if (fd >= 0) ::close(fd);
+    FAIL() << "reading a pipe waited for a writer";
+  }
+  IoStatus st = reading.get();
+  EXPECT_FALSE(st.ok);
+  EXPECT_NE(st.message.find("is not a regular file"), std::string::npos) << st.message;
+}
+
+TEST(DiskFileSystem, ReadOfAFolderSaysItIsAFolder) {
+  TempDir d;
+  DiskFileSystem fs;
+  std::string out;
+  IoStatus st = fs.ReadFile(d.path(), out);
+  EXPECT_FALSE(st.ok);
+  EXPECT_EQ(st.message, d.path() + " is a folder, not a file");
+}
+
+TEST(DiskFileSystem, ReadOfAFileOverTheLimitFailsWithoutReadingIt) {
+  TempDir d;
+  DiskFileSystem fs;
+  const std::string big = d.file("big.kpn");
+  // A sparse file: its size is over the limit, its blocks are not there.
+  { std::ofstream(big).put('K'); }
+  std::filesystem::resize_file(big, kMaxReadBytes + 1);
+  std::string out;
+  const auto start = std::chrono::steady_clock::now();
+  IoStatus st = fs.ReadFile(big, out);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(500));
+  EXPECT_FALSE(st.ok);
+  EXPECT_EQ(st.message, big + " is 257 MB: files over 256 MB are not opened");
+  EXPECT_TRUE(out.empty());
+  EXPECT_EQ(CheckReadable(fs, big).message, st.message);
+}
+
+TEST(DiskFileSystem, InspectTellsFilesFoldersAndOtherThingsApart) {
+  TempDir d;
+  DiskFileSystem fs;
+  d.write("a.kpn", "12345");
+  PathInfo file = fs.Inspect(d.file("a.kpn"));
+  EXPECT_EQ(file.kind, PathKind::File);
+  EXPECT_EQ(file.size, 5);
+  EXPECT_EQ(fs.Inspect(d.path()).kind, PathKind::Folder);
+  EXPECT_EQ(fs.Inspect("/dev/zero").kind, PathKind::Other);
+  EXPECT_EQ(fs.Inspect(d.file("missing")).kind, PathKind::Missing);
+  // A missing file passes the check: the read reports it in the system's words.
+  EXPECT_TRUE(CheckReadable(fs, d.file("missing")));
+  EXPECT_TRUE(CheckReadable(fs, d.file("a.kpn")));
+  EXPECT_FALSE(CheckReadable(fs, "/dev/zero"));
 }
 
 }  // namespace

@@ -92,8 +92,14 @@ int ScriptedPrompter::CountMsg() const {
 }
 
 IoStatus FaultFs::ReadFile(const std::string& path, std::string& out) {
+  reads.push_back(path);
   if (failRead.count(path)) return IoStatus::Fail("Permission denied", true);
   return DiskFileSystem::ReadFile(path, out);
+}
+
+PathInfo FaultFs::Inspect(const std::string& path) {
+  if (auto it = fakeInfo.find(path); it != fakeInfo.end()) return it->second;
+  return DiskFileSystem::Inspect(path);
 }
 
 IoStatus FaultFs::WriteFileAtomic(const std::string& path, std::string_view data) {

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -88,9 +89,14 @@ class FaultFs : public DiskFileSystem {
   IoStatus ReadFile(const std::string& path, std::string& out) override;
   IoStatus WriteFileAtomic(const std::string& path, std::string_view data) override;
   IoStatus CopyFile(const std::string& from, const std::string& to) override;
+  PathInfo Inspect(const std::string& path) override;
 
   std::set<std::string> failRead, failWrite, failCopy;
+  // What Inspect reports for a path instead of the disk's answer: a pipe,
+  // a device or a huge file without making one.
+  std::map<std::string, PathInfo> fakeInfo;
   int writes = 0;
+  std::vector<std::string> reads;  // every path ReadFile was asked for
 };
 
 // A fresh folder under the system's temp folder, removed at the end.
