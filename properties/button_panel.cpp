@@ -24,6 +24,7 @@
 #include "design/colour_box.h"
 #include "properties/colour_dialog.h"
 #include "properties/frm_main.h"
+#include "properties/frm_set_action.h"
 
 namespace kp {
 
@@ -436,6 +437,10 @@ ButtonPanel* InstallButtonPanel(frmMain& main, Project& p, Env& env) {
   // The frame's place-holder minimum gives way to what the panel needs.
   main.frameBtnProp->setMinimumSize(0, 0);
   main.panel = panel;
+  panel->onSetAction = [&main, &p, &env, panel](const std::string& key) {
+    const QString caption = panel->btnAction->text() + panel->cmbAction->currentText();
+    frmSetAction::Of(main, p, env)->myShow(key, ModelText(caption));
+  };
   // The first size shows the whole panel.
   const QSize want = main.sizeHint();
   main.resize(std::max(main.width(), want.width()), std::max(main.height(), want.height()));

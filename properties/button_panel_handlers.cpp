@@ -17,6 +17,7 @@
 #include "design/colour_box.h"
 #include "properties/frm_main.h"
 #include "properties/frm_multi_line_editor.h"
+#include "properties/frm_pic_browser.h"
 #include "publish/sound.h"
 
 namespace kp {
@@ -182,12 +183,7 @@ void ButtonPanel::btnGetLink_Click() {
 }
 
 void ButtonPanel::btnGetBitmap_Click() {
-  // The picture browser takes this place when the setting asks for it;
-  // until it exists the file dialog serves both cases.
-  FileDialog d;
-  d.filter = "GIF , JPG (*.gif;*.jpg)|*.gif;*.jpg| All Files (*.*)|*.*";
-  d.folder = p_.sSearchImagesFolder;
-  const std::string name = env_.prompter.OpenFileDialog(d);
+  const std::string name = ChooseImageFile(this, env_, p_.sSearchImagesFolder);
   if (name.empty()) return;
   // txtImage's own handler writes the model.
   txtImage->setText(ShownText(name));

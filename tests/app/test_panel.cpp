@@ -507,6 +507,8 @@ class PanelTest : public QObject {
     a.program->Main("");
     ButtonPanel* panel = Panel(a);
     const std::string pic = a.home.path() + "/Projects/demo_star.gif";
+    // The regular file dialog; the picture browser has tests of its own.
+    a.store.Set(kSecParams, "chk_RegPixDlgBox", "1");
     a.prompter.openAnswers = {pic};
     QTest::mouseClick(panel->btnGetBitmap, Qt::LeftButton);
     QCOMPARE(a.prompter.openDialogs.back().filter,

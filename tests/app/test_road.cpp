@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QComboBox>
+#include <QProcess>
 #include <QPushButton>
 #include <QtTest>
 
@@ -24,6 +26,8 @@
 #include "project/button_record.h"
 #include "properties/button_panel.h"
 #include "properties/frm_main.h"
+#include "properties/frm_pic_browser.h"
+#include "properties/frm_set_action.h"
 #include "render/scene.h"
 #include "tests/app/app_fixture.h"
 
@@ -288,6 +292,133 @@ class RoadTest : public QObject {
     QVERIFY(r.main()->mnuRecent[0]->isVisible());
     QCOMPARE(r.main()->mnuRecent[0]->data().toByteArray().toStdString(), file);
     QVERIFY(r.main()->close());
+  }
+
+  void anOverProgramAndADownPictureChosenInTheirWindowsSurviveSaveAndReopen() {
+    test::TempDir work;
+    const std::string projects = work.path() + "/Projects";
+    CopySampleProjects(projects);
+    const std::string file = projects + "/Demo.kpn";
+    const std::string ini = work.file("settings/kestrelpane.ini");
+    const std::string bin = std::filesystem::path(ExecutablePath()).parent_path().string();
+    std::filesystem::create_directories(work.path() + "/settings");
+    {
+      std::ofstream out(ini);
+      out << "[2.02]\n"
+             "Params\\DontShow_frm_Create_Recent=1\n"
+             "Params\\DontAskToAssociate=1\n"
+             "Params\\sSearchImagesFolder="
+          << projects << "\n";
+    }
+    const std::vector<std::string> args = {"--home", bin, "--settings", ini, file};
+    const std::string program = "5 News 2 FF8000;6 200;10 News 3 100;";
+    const std::string arrow = projects + "/demo_arrow.gif";
+    std::map<int, std::string> saved;
+    int count = 0;
+    {
+      Run r(args);
+      QCOMPARE(r.program->Main(r.opt.commandLine), -1);
+      count = r.p().ButtonCount;
+      ClickRow(r, 0);
+      QCOMPARE(r.p().button(1).sBName, std::string("Home"));
+      QCOMPARE(int(r.p().iCurBtn), 1);
+
+      // The OVER program, written anew in the action editor.
+      ButtonPanel* panel = r.panel();
+      panel->cmbAction->setFocus();
+      QTest::keyClick(panel->cmbAction, Qt::Key_Home);
+      QTest::keyClick(panel->cmbAction, Qt::Key_Down);
+      auto edited = WhenWindow("frmSetAction", [](QWidget* w) {
+        auto* e = static_cast<frmSetAction*>(w);
+        QCOMPARE(e->windowTitle(), QString("Set Action --> On Entering Button"));
+        while (e->lstActions->count() > 0) {
+          QTest::mouseClick(e->lstActions->viewport(), Qt::LeftButton, Qt::NoModifier,
+                            e->lstActions->visualItemRect(e->lstActions->item(0)).center());
+          Click(e, "btnRemove");
+        }
+        auto choose = [e](QComboBox* c, int index) {
+          c->setFocus();
+          QTest::keyClick(c, Qt::Key_Home);
+          for (int i = 0; i < index; ++i) QTest::keyClick(c, Qt::Key_Down);
+        };
+        auto type = [](QLineEdit* f, const QString& text) {
+          QTest::mouseClick(f, Qt::LeftButton);
+          QTest::keyClick(f, Qt::Key_A, Qt::ControlModifier);
+          QTest::keyClicks(f, text);
+        };
+        choose(e->cmbAction, 4);
+        type(e->cmbButtonNumber->lineEdit(), "News");
+        choose(e->cmbStateSelector, 1);
+        type(e->txtLabel, "FF8000");
+        Click(e, "btnAdd");
+        choose(e->cmbAction, 5);
+        type(e->lsMiliseconds->lineEdit(), "200");
+        Click(e, "btnAdd");
+        choose(e->cmbAction, 9);
+        type(e->cmbButtonNumber->lineEdit(), "News");
+        type(e->txtBlinkCount, "3");
+        Click(e, "btnAdd");
+        QCOMPARE(e->lstActions->item(0)->text(),
+                 QString("Set Color: News [Mouse-Over]  ->  FF8000"));
+        Click(e, "btnOK");
+      });
+      QTest::mouseClick(panel->btnAction, Qt::LeftButton);
+      QVERIFY(*edited);
+      QCOMPARE(r.p().button(1).ProgramOVER, program);
+
+      // The DOWN picture, picked by sight.
+      QTest::mouseClick(panel->btnDownState, Qt::LeftButton);
+      // The demo's file names no picture folder; the browser opens where an
+      // earlier pick in this session would have left it.
+      r.p().sSearchImagesFolder = projects;
+      QCOMPARE(r.p().sState, std::string("DOWN"));
+      auto picked = WhenWindow("frmPicBrowser", [](QWidget* w) {
+        auto* b = static_cast<frmPicBrowser*>(w);
+        int cell = -1;
+        for (int i = 0; i < kPicCells; ++i)
+          if (b->lblFileName[static_cast<size_t>(i)]->isVisible() &&
+              b->lblFileName[static_cast<size_t>(i)]->text() == "demo_arrow.gif")
+            cell = i;
+        QVERIFY(cell >= 0);
+        QTRY_COMPARE(b->PendingOnPage(), 0);
+        QVERIFY(b->imgP[static_cast<size_t>(cell)]->isVisible());
+        QTest::mouseClick(b->imgP[static_cast<size_t>(cell)], Qt::LeftButton);
+        Click(b, "btnOK");
+      });
+      QTest::mouseClick(panel->btnGetBitmap, Qt::LeftButton);
+      QVERIFY(*picked);
+      QCOMPARE(r.p().button(1).Image[3], arrow);
+
+      r.main()->mnuSave->trigger();
+      QCoreApplication::processEvents();
+      QVERIFY(r.p().bProjectSaved);
+      for (int i = 1; i <= count; ++i) saved[i] = ButtonRecordText(r.p().button(i));
+      QVERIFY(r.main()->close());
+    }
+
+    Run r(args);
+    QCOMPARE(r.program->Main(r.opt.commandLine), -1);
+    QCOMPARE(int(r.p().ButtonCount), count);
+    QCOMPARE(r.p().button(1).ProgramOVER, program);
+    QCOMPARE(r.p().button(1).Image[3], arrow);
+    for (int i = 1; i <= count; ++i) QCOMPARE(ButtonRecordText(r.p().button(i)), saved[i]);
+    QVERIFY(r.main()->close());
+
+    // The command line shows the program's display lines.
+    QProcess cli;
+    cli.start(QString::fromStdString(bin + "/kestrelpane-cli"),
+              {"--home", QString::fromStdString(bin), "--settings", QString::fromStdString(ini),
+               "actions", QString::fromStdString(file)});
+    QVERIFY(cli.waitForFinished(30000));
+    QCOMPARE(cli.exitCode(), 0);
+    const QString out = QString::fromUtf8(cli.readAllStandardOutput());
+    QVERIFY2(out.contains("Set Color: News [Mouse-Over]  ->  FF8000\r\n"
+                          "Wait: 200 ms\r\n"
+                          "Blink: News  ->  times:3 delay:100ms") ||
+                 out.contains("Set Color: News [Mouse-Over]  ->  FF8000\n"
+                              "Wait: 200 ms\n"
+                              "Blink: News  ->  times:3 delay:100ms"),
+             qPrintable(out));
   }
 };
 
