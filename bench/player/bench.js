@@ -37,16 +37,18 @@ function median(values) {
   return s[Math.floor(s.length / 2)];
 }
 
-// Milliseconds from the start of navigation to the bar drawn.
+// Milliseconds from the start of navigation to the bar drawn, and from the
+// bar's creation (the player's own work) to drawn.
 async function loadTime(url) {
   const page = await h.openPage(url);
-  const ms = await page.evaluate(async () => {
+  const t = await page.evaluate(async () => {
     const bar = window.KestrelPanePlayer.bars[0];
     await bar.ready;
-    return bar.drawnAt !== undefined ? bar.drawnAt : performance.now();
+    const nav = performance.getEntriesByType('navigation')[0];
+    return { drawn: bar.timing.drawn, created: bar.timing.created, dcl: nav ? nav.domContentLoadedEventStart : 0 };
   });
   await page.closeAll();
-  return ms;
+  return t;
 }
 
 // Milliseconds a pointer move takes that changes a face, measured around
@@ -84,7 +86,9 @@ async function measure(label, project, a, b) {
     const loads = [];
     for (let k = 0; k < RUNS; k++) loads.push(await loadTime(url));
     const sw = await switchTime(url, a, b);
-    console.log(`${label.padEnd(22)} load to drawn ${median(loads).toFixed(1).padStart(7)} ms` +
+    const f = (v) => v.toFixed(1).padStart(6);
+    console.log(`${label.padEnd(22)} navigation to drawn ${f(median(loads.map((t) => t.drawn)))} ms` +
+      ` (page parsed ${f(median(loads.map((t) => t.dcl)))}, player ${f(median(loads.map((t) => t.drawn - t.created)))})` +
       `   face switch median ${sw.median.toFixed(2)} ms, p95 ${sw.p95.toFixed(2)} ms`);
   } finally {
     await server.close();
