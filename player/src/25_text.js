@@ -35,12 +35,93 @@ function cssFontOf(font) {
 // units (TrueType fonts have 2048 units an em).
 const METRIC_EM = 2048;
 
+// The designer's advances (KP.QtAdvances, joined in when the build could
+// measure them) for a face, as whole pixels at one size, indexed as the
+// table's codes. A font it never measured has none.
+const SOFT_HYPHEN = '\u00AD';
+let advanceCodes = null;
+
+function advanceIndex(ch) {
+  if (!advanceCodes) {
+    advanceCodes = new Map();
+    KP.QtAdvances.codes.forEach(function (c, i) { advanceCodes.set(String.fromCharCode(c), i); });
+  }
+  return advanceCodes.get(ch);
+}
+
+// A digit of the table's strings: printable ASCII from '#' without '\'.
+function tableDigit(s, i) {
+  const c = s.charCodeAt(i);
+  return c - (c > 92 ? 36 : 35);
+}
+
+// The table's entries by lower-case family and style, their strings
+// unpacked on first use.
+let tableFaces = null;
+
+function tableFaceOf(family, font) {
+  const t = typeof KP.QtAdvances === 'object' ? KP.QtAdvances : null;
+  if (!t) return null;
+  if (!tableFaces) {
+    tableFaces = new Map();
+    for (const key of Object.keys(t.faces)) tableFaces.set(key.toLowerCase(), { raw: t.faces[key] });
+  }
+  const entry = tableFaces.get(String(family).trim().toLowerCase() + '/' +
+    ((font.bold ? 1 : 0) + (font.italic ? 2 : 0)));
+  if (!entry) return null;
+  if (!entry.units) {
+    const raw = entry.raw, n = t.codes.length;
+    entry.upem = raw.upem;
+    entry.units = new Uint16Array(n);
+    for (let i = 0; i < n; ++i) entry.units[i] = tableDigit(raw.units, 2 * i) * 91 + tableDigit(raw.units, 2 * i + 1);
+    entry.sizes = raw.dev.split('!');
+  }
+  return entry;
+}
+
+// Whole-pixel advances at `px`: the rounded design advance, put right where
+// hinting gives another (the encoding is kp_textmetrics's).
+function tableAdvances(entry, px) {
+  const t = KP.QtAdvances;
+  const units = entry.units;
+  const adv = new Int16Array(units.length);
+  for (let i = 0; i < units.length; ++i) adv[i] = Math.floor(units[i] * px / entry.upem + 0.5);
+  const s = px <= t.max ? entry.sizes[px - 1] || '' : '';
+  let code = -1;
+  for (let k = 0; k < s.length;) {
+    const v = tableDigit(s, k++);
+    if (v < 64) {
+      code += (v >> 1) + 1;
+      adv[code] += v & 1 ? 1 : -1;
+    } else if (v === 80) {
+      code += 91;
+    } else {
+      const d = v - 64;
+      code += tableDigit(s, k++) + 1;
+      adv[code] += d < 8 ? -d - 1 : d - 7;
+    }
+  }
+  return adv;
+}
+
+// Whether the browser's font is the one the table measured, or one with the
+// same advances: the canvas font must be set at METRIC_EM pixels.
+function sameAdvances(ctx, entry) {
+  const codes = KP.QtAdvances.codes;
+  for (let i = 0; i < codes.length && codes[i] < 127; ++i) {
+    const want = entry.units[i] * METRIC_EM / entry.upem;
+    if (!(Math.abs(ctx.measureText(String.fromCharCode(codes[i])).width - want) <= 2)) return false;
+  }
+  return true;
+}
+
 // Measuring and glyphs on a canvas. The designer prints unantialiased,
-// hinted glyphs; a browser gives coverage, and a pixel counts as printed
-// when its coverage is above one half. Heights follow the designer's font
+// hinted glyphs; a browser gives coverage of unhinted outlines, read back
+// at one point a pixel (see rasterise). Heights follow the designer's font
 // engine: ascent and descent scaled from the font's design units and each
-// rounded to 1/64 pixel; widths add the advances of the characters, each
-// rounded to whole pixels as hinting does.
+// rounded to 1/64 pixel. Widths add the characters' whole-pixel advances:
+// the designer's own where its table has the face and the browser's font
+// has the same design advances, else the browser's rounded.
 KP.CanvasMeasure = function (doc) {
   doc = doc || (typeof document !== 'undefined' ? document : null);
   this.canvas = doc.createElement('canvas');
@@ -60,6 +141,7 @@ KP.CanvasMeasure.prototype.face = function (font) {
   const css = cssFontOf(font);
   const big = css.replace(/\d+px/, METRIC_EM + 'px');
   ctx.font = big;
+  if ('fontKerning' in ctx) ctx.fontKerning = 'none';
   const mb = ctx.measureText('Hg');
   let ascUnits = mb.fontBoundingBoxAscent, descUnits = mb.fontBoundingBoxDescent;
   if (!(ascUnits > 0) || !(descUnits >= 0)) {
@@ -69,13 +151,18 @@ KP.CanvasMeasure.prototype.face = function (font) {
   }
   const asc64 = Math.round(ascUnits * px * 64 / METRIC_EM);
   const desc64 = Math.round(descUnits * px * 64 / METRIC_EM);
+  const entry = tableFaceOf(KP.ResolveFontFamily(font.name), font);
   face = {
     css: css,
+    large: css.replace(/\d+px/, px * SAMPLES + 'px'),
     px: px,
+    italic: !!font.italic,
     height: (asc64 + desc64) / 64,
     ascent: Math.floor((asc64 + 32) / 64),
     descent: Math.floor((desc64 + 32) / 64),
+    table: entry && sameAdvances(ctx, entry) ? tableAdvances(entry, px) : null,
     advances: new Map(),
+    outlines: new Map(),
     widths: new Map(),
     glyphs: new Map(),
   };
@@ -104,12 +191,15 @@ KP.CanvasMeasure.prototype.TextWidth = function (font, text) {
   return w;
 };
 
-// A character's advance, rounded to whole pixels as hinting does. The font
-// must be set on the context.
+// A character's advance in whole pixels. A soft hyphen takes no room in
+// the designer's lines. The font must be set on the context.
 KP.CanvasMeasure.prototype.advance = function (face, ch) {
   let a = face.advances.get(ch);
   if (a === undefined) {
-    a = Math.round(this.ctx.measureText(ch).width);
+    const i = face.table ? advanceIndex(ch) : undefined;
+    if (ch === SOFT_HYPHEN) a = 0;
+    else if (i !== undefined) a = face.table[i];
+    else a = Math.round(this.ctx.measureText(ch).width);
     face.advances.set(ch, a);
   }
   return a;
@@ -133,6 +223,34 @@ KP.CanvasMeasure.prototype.Glyphs = function (font, text) {
   return g;
 };
 
+// Glyphs are drawn SAMPLES times larger, and a pixel is printed when the
+// drawing covers the point that stands for it, as an unantialiased
+// rasteriser decides by the pixel's centre; the point lies a sixteenth of a
+// pixel below the centre, where unhinted outlines meet the designer's
+// hinted ones most often.
+const SAMPLES = 4;
+const SAMPLE_X = 0.5, SAMPLE_Y = 0.5625;
+
+// The browser's unhinted advance of a character and the box of its ink
+// around its origin on the base line, in pixels of the face's size. The
+// large font must be set on the context.
+KP.CanvasMeasure.prototype.outline = function (face, ch) {
+  let o = face.outlines.get(ch);
+  if (o === undefined) {
+    const m = this.ctx.measureText(ch);
+    const ink = function (v) { return v > -1e6 && v < 1e6 ? v / SAMPLES : 0; };
+    o = {
+      advance: m.width / SAMPLES,
+      left: -ink(m.actualBoundingBoxLeft),
+      right: ink(m.actualBoundingBoxRight),
+      top: -ink(m.actualBoundingBoxAscent),
+      bottom: ink(m.actualBoundingBoxDescent),
+    };
+    face.outlines.set(ch, o);
+  }
+  return o;
+};
+
 KP.CanvasMeasure.prototype.rasterise = function (face, text) {
   const pad = face.px + 2;
   this.setFont(face);
@@ -140,27 +258,103 @@ KP.CanvasMeasure.prototype.rasterise = function (face, text) {
   for (const ch of text) adv += this.advance(face, ch);
   const w = Math.max(1, adv) + 2 * pad;
   const h = face.ascent + face.descent + 2 * pad;
-  const canvas = this.canvas;
-  if (canvas.width < w) canvas.width = w;
-  if (canvas.height < h) canvas.height = h;
+  const S = SAMPLES;
   const ctx = this.ctx;
+  ctx.font = face.large;
+  if ('fontKerning' in ctx) ctx.fontKerning = 'none';
+  // Each glyph stands at the whole-pixel pen position a hinted layout
+  // gives it, so a line's ink spreads as the designer's does. An upright
+  // glyph is widened or narrowed to its hinted advance, as hinting moves
+  // its stems; an italic one, whose top leans past its advance, is centred
+  // in it instead (the designer's italics match that best).
+  const base = pad + face.ascent;
+  const glyphs = [];
+  let pen = pad;
+  let ix0 = Infinity, ix1 = -Infinity, iy0 = Infinity, iy1 = -Infinity;
+  for (const ch of text) {
+    const a = this.advance(face, ch);
+    if (ch !== SOFT_HYPHEN) {
+      const o = this.outline(face, ch);
+      const k = !face.italic && o.advance > 0 && a > 0 ? a / o.advance : 1;
+      const x = face.italic ? pen + (a - o.advance) / 2 : pen;
+      glyphs.push({ ch: ch, x: x, k: k });
+      ix0 = Math.min(ix0, x + k * o.left);
+      ix1 = Math.max(ix1, x + k * o.right);
+      iy0 = Math.min(iy0, base + o.top);
+      iy1 = Math.max(iy1, base + o.bottom);
+    }
+    pen += a;
+  }
+  if (!glyphs.length) return NO_GLYPHS;
+  // Only the pixels around the ink are drawn and read, a pixel more each
+  // way than the browser's boxes say.
+  const gx0 = Math.max(0, Math.floor(ix0) - 1), gx1 = Math.min(w, Math.ceil(ix1) + 2);
+  const gy0 = Math.max(0, Math.floor(iy0) - 1), gy1 = Math.min(h, Math.ceil(iy1) + 2);
+  if (gx0 >= gx1 || gy0 >= gy1) return NO_GLYPHS;
+  const gw = gx1 - gx0, gh = gy1 - gy0;
+  const W = gw * S, H = gh * S;
+  const canvas = this.canvas;
+  if (canvas.width < W || canvas.height < H) {
+    canvas.width = Math.max(canvas.width, W);
+    canvas.height = Math.max(canvas.height, H);
+    ctx.font = face.large;
+    if ('fontKerning' in ctx) ctx.fontKerning = 'none';
+  }
   ctx.setTransform(1, 0, 0, 1, 0, 0);
   ctx.fillStyle = '#000';
-  ctx.fillRect(0, 0, w, h);
-  this.setFont(face);
+  ctx.fillRect(0, 0, W, H);
   ctx.fillStyle = '#fff';
-  // Each glyph stands at the whole-pixel pen position a hinted layout
-  // gives it, so a line's ink spreads as the designer's does.
-  let pen = pad;
-  for (const ch of text) {
-    ctx.fillText(ch, pen, pad + face.ascent);
-    pen += this.advance(face, ch);
+  // The drawing is moved so that the sample point of pixel (x, y) lands in
+  // the middle of the large pixel read for it.
+  const dx = (0.5 - SAMPLE_X) * S + 0.5 - gx0 * S, dy = (0.5 - SAMPLE_Y) * S + 0.5 - gy0 * S;
+  for (const g of glyphs) {
+    ctx.setTransform(g.k, 0, 0, 1, g.x * S + dx, dy);
+    ctx.fillText(g.ch, 0, base * S);
   }
-  const data = ctx.getImageData(0, 0, w, h).data;
-  let x0 = w, y0 = h, x1 = -1, y1 = -1;
-  for (let y = 0; y < h; ++y) {
-    for (let x = 0; x < w; ++x) {
-      if (data[(y * w + x) * 4 + 1] > 127) {
+  ctx.setTransform(1, 0, 0, 1, 0, 0);
+  // A large pixel is covered when its green is above one half (white on
+  // black), read as bit 15 of its little-endian word.
+  const data = ctx.getImageData(0, 0, W, H).data;
+  const px = new Uint32Array(data.buffer, data.byteOffset, W * H);
+  const half = S >> 1;
+  const on = new Uint8Array(gw * gh);
+  for (let y = 0; y < gh; ++y) {
+    const r = (y * S + half) * W + half;
+    for (let x = 0; x < gw; ++x) if (px[r + x * S] & 0x8000) on[y * gw + x] = 1;
+  }
+  // Dropout control: a stroke narrower than a pixel that passes between
+  // two sample points along a row or a column still prints the pixel
+  // holding its middle, as the designer's rasteriser keeps thin stems.
+  for (let y = 0; y < gh; ++y) {
+    const r = (y * S + half) * W;
+    for (let k = 0; k < W;) {
+      if (!(px[r + k] & 0x8000)) { ++k; continue; }
+      const a = k;
+      while (k < W && px[r + k] & 0x8000) ++k;
+      const b = k - 1;
+      if (Math.floor((b - half) / S) < Math.ceil((a - half) / S)) {
+        const x = Math.floor(((a + b + 1) / 2 - dx) / S) - gx0;
+        if (x >= 0 && x < gw) on[y * gw + x] = 1;
+      }
+    }
+  }
+  for (let x = 0; x < gw; ++x) {
+    const c = x * S + half;
+    for (let k = 0; k < H;) {
+      if (!(px[k * W + c] & 0x8000)) { ++k; continue; }
+      const a = k;
+      while (k < H && px[k * W + c] & 0x8000) ++k;
+      const b = k - 1;
+      if (Math.floor((b - half) / S) < Math.ceil((a - half) / S)) {
+        const y = Math.floor(((a + b + 1) / 2 - dy) / S) - gy0;
+        if (y >= 0 && y < gh) on[y * gw + x] = 1;
+      }
+    }
+  }
+  let x0 = gw, y0 = gh, x1 = -1, y1 = -1;
+  for (let y = 0; y < gh; ++y) {
+    for (let x = 0; x < gw; ++x) {
+      if (on[y * gw + x]) {
         if (x < x0) x0 = x;
         if (x > x1) x1 = x;
         if (y < y0) y0 = y;
@@ -169,10 +363,9 @@ KP.CanvasMeasure.prototype.rasterise = function (face, text) {
     }
   }
   if (x1 < 0) return NO_GLYPHS;
-  const gw = x1 - x0 + 1, gh = y1 - y0 + 1;
-  const bits = new Uint8Array(gw * gh);
+  const bw = x1 - x0 + 1, bh = y1 - y0 + 1;
+  const bits = new Uint8Array(bw * bh);
   for (let y = y0; y <= y1; ++y)
-    for (let x = x0; x <= x1; ++x)
-      if (data[(y * w + x) * 4 + 1] > 127) bits[(y - y0) * gw + (x - x0)] = 1;
-  return { width: gw, height: gh, originX: x0 - pad, originY: y0 - pad, bits: bits };
+    for (let x = x0; x <= x1; ++x) bits[(y - y0) * bw + (x - x0)] = on[y * gw + x];
+  return { width: bw, height: bh, originX: x0 + gx0 - pad, originY: y0 + gy0 - pad, bits: bits };
 };
