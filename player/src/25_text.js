@@ -251,7 +251,51 @@ KP.CanvasMeasure.prototype.outline = function (face, ch) {
   return o;
 };
 
+// A line's glyph pixels, put together from each character's own, which
+// are drawn once per font: the designer prints every glyph by itself at its
+// whole-pixel pen position, and labels repeat their characters, so a bar of
+// many labels reads the canvas back once per character, not once per label.
 KP.CanvasMeasure.prototype.rasterise = function (face, text) {
+  this.setFont(face);
+  const chars = [];
+  let pen = 0;
+  for (const ch of text) {
+    chars.push([ch, pen]);
+    pen += this.advance(face, ch);
+  }
+  if (!face.chars) face.chars = new Map();
+  const parts = [];
+  let x0 = Infinity, y0 = Infinity, x1 = -Infinity, y1 = -Infinity;
+  for (const [ch, at] of chars) {
+    if (ch === SOFT_HYPHEN) continue;
+    let g = face.chars.get(ch);
+    if (!g) {
+      g = this.rasteriseRun(face, ch);
+      face.chars.set(ch, g);
+    }
+    if (!g.width) continue;
+    parts.push([at, g]);
+    x0 = Math.min(x0, at + g.originX);
+    y0 = Math.min(y0, g.originY);
+    x1 = Math.max(x1, at + g.originX + g.width);
+    y1 = Math.max(y1, g.originY + g.height);
+  }
+  if (!parts.length) return NO_GLYPHS;
+  if (parts.length === 1 && parts[0][0] === 0) return parts[0][1];
+  const w = x1 - x0, h = y1 - y0;
+  const bits = new Uint8Array(w * h);
+  for (const [at, g] of parts) {
+    const ox = at + g.originX - x0, oy = g.originY - y0;
+    for (let y = 0; y < g.height; ++y) {
+      const src = y * g.width, dst = (y + oy) * w + ox;
+      for (let x = 0; x < g.width; ++x) if (g.bits[src + x]) bits[dst + x] = 1;
+    }
+  }
+  return { width: w, height: h, originX: x0, originY: y0, bits: bits };
+};
+
+// The glyph pixels of a run of characters drawn together.
+KP.CanvasMeasure.prototype.rasteriseRun = function (face, text) {
   const pad = face.px + 2;
   this.setFont(face);
   let adv = 0;

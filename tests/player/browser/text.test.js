@@ -91,11 +91,13 @@ test('glyphs are drawn at the designer\'s pen positions', async () => {
       const out = [];
       for (const s of samples) {
         drawn = [];
-        m.Glyphs({ name: s.name, size: s.size, bold: s.bold, italic: s.italic }, s.text);
+        const font = { name: s.name, size: s.size, bold: s.bold, italic: s.italic };
+        // A run of glyphs drawn together; a label's glyphs are put together
+        // from single-character runs (the next test).
+        m.rasteriseRun(m.face(font), s.text);
         // A soft hyphen shows nothing in the designer's lines. An italic
         // glyph is centred in its advance: off its pen by half of what the
         // whole-pixel advance adds to the browser's.
-        const font = { name: s.name, size: s.size, bold: s.bold, italic: s.italic };
         plain.font = m.face(font).css;
         const offset = (ch) => (s.italic ? (m.TextWidth(font, ch) - plain.measureText(ch).width) / 2 : 0);
         const want = Array.from(s.text).map((ch, k) => ({ ch, x: s.pens[k] + offset(ch) }))

@@ -165,7 +165,7 @@ test('glyphs stand at the pen positions the widths give, and soft hyphens take n
     const font = { name: 'Times', size: 17, bold: false, italic };
     const text = 'Wave\u00adlength 42';
     doc.drawn.length = 0;
-    m.Glyphs(font, text);
+    m.rasteriseRun(m.face(font), text);
     const f = fonts('Times New Roman', italic ? 2 : 0);
     const chars = [...text];
     // An italic glyph is centred in its whole-pixel advance.
@@ -181,4 +181,34 @@ test('glyphs stand at the pen positions the widths give, and soft hyphens take n
     }
     assert.equal(m.TextWidth(font, 'Wave\u00adlength'), m.TextWidth(font, 'Wavelength'));
   }
+});
+
+test('a line\'s glyphs are each character\'s, drawn once per font and placed at its pen', { skip: !fontsInstalled() }, () => {
+  const fonts = liberation();
+  const m = new KP.CanvasMeasure(fakeDocument(fonts));
+  const font = { name: 'Arial', size: 13, bold: false, italic: false };
+  // Each character prints one pixel of its own, a code-dependent step
+  // right of its pen and one row down per character.
+  const runs = [];
+  m.rasteriseRun = (face, ch) => {
+    runs.push(ch);
+    const c = ch.codePointAt(0);
+    return { width: 1, height: 1, originX: c % 3, originY: c % 5 - 4, bits: Uint8Array.of(1) };
+  };
+  const text = 'ele\u00adve 1';
+  const g = m.Glyphs(font, text);
+  assert.deepEqual(runs, ['e', 'l', 'v', ' ', '1']);
+  const want = new Set();
+  let pen = 0;
+  for (const ch of text) {
+    const c = ch.codePointAt(0);
+    if (ch !== '\u00ad') want.add(`${pen + (c % 3)},${c % 5 - 4}`);
+    pen += m.TextWidth(font, ch);
+  }
+  const got = new Set();
+  for (let y = 0; y < g.height; ++y)
+    for (let x = 0; x < g.width; ++x) if (g.bits[y * g.width + x]) got.add(`${g.originX + x},${g.originY + y}`);
+  assert.deepEqual([...got].sort(), [...want].sort());
+  m.Glyphs(font, 'leve');
+  assert.equal(runs.length, 5, 'known characters are not drawn again');
 });
