@@ -157,7 +157,8 @@ const BarCore = class {
     this._px = new Uint32Array(this.W * this.H);
     this._image = new ImageData(new Uint8ClampedArray(this._px.buffer), this.W, this.H);
 
-    this._makeKeys();
+    // The keyboard elements come after the first drawing: the bar shows
+    // sooner, and nothing can be focused before it shows anyway.
     this._listen();
 
     this.timing.constructed = barNow();
@@ -228,10 +229,7 @@ const BarCore = class {
     const scene = new KP.Scene(a, this.buttons, pictures, measure);
     const down = a.DOWNBtn | 0;
     for (let i = 1; i <= this.count; i++) scene.state[i] = i === down ? BAR_DOWN : BAR_UP;
-    if (down >= 1 && down <= this.count && this.buttons[down].Radio) {
-      this._checked = down;
-      if (this._keys[down]) this._keys[down].setAttribute('aria-pressed', 'true');
-    }
+    if (down >= 1 && down <= this.count && this.buttons[down].Radio) this._checked = down;
     // An opaque face without a picture depends on nothing but its record.
     const early = new Uint8Array(this.count + 1);
     for (let i = 1; i <= this.count; i++) {
@@ -258,6 +256,7 @@ const BarCore = class {
     this._flush();
     this.drawn = true;
     this.timing.drawn = barNow();
+    this._makeKeys();
 
     this._preloadSounds();
     this._startScroll();
@@ -461,7 +460,7 @@ const BarCore = class {
       // The ring stands on the OVER face, which focus shows.
       el.className = barLuminance(b.BackColor[BAR_OVER]) < 128 ? 'kestrelpane-key kp-dark' : 'kestrelpane-key';
       el.setAttribute('aria-label', this._accessibleName(b));
-      if (b.Radio) el.setAttribute('aria-pressed', 'false');
+      if (b.Radio) el.setAttribute('aria-pressed', i === this._checked ? 'true' : 'false');
       el.dataset.kpButton = String(i);
       this._keys.push(el);
       frag.appendChild(el);
