@@ -32,6 +32,7 @@ namespace kp {
 
 class ColourBox;
 class frmDesign;
+class GlobalPanel;
 class frmHex2Color;
 class frmMultiLineEditor;
 class frm_Create_Recent;
@@ -131,6 +132,8 @@ class frmMain : public QMainWindow {
   // The button property panel, once it exists; the design window and the
   // list commands fill it and record edits through it.
   PanelHooks* panel = nullptr;
+  // The Global Properties panel with the applet's option windows.
+  GlobalPanel* general = nullptr;
 
   // Ends the process at once with the code, without saving: a close while
   // a project loads, or a damaged default record.

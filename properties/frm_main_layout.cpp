@@ -20,6 +20,7 @@
 #include "properties/button_panel.h"
 #include "design/colour_box.h"
 #include "properties/frm_main.h"
+#include "properties/global_panel.h"
 
 namespace kp {
 
@@ -98,6 +99,7 @@ class frmMain::MainView : public ProjectView {
     w_.picGeneralBackGround->setColour(p.BackGround);
     w_.txtBackImg->setText(DisplayText(p.BackImg));
     w_.design_->SetMainParams();
+    if (w_.general) w_.general->ShowMainParams();
   }
 
   void ClearButtons() override {
@@ -146,6 +148,7 @@ frmMain::frmMain(Project& p, Env& env) : p_(p), env_(env) {
   ApplyTexts();
   resize(640, 460);
   InstallButtonPanel(*this, p_, env_);
+  general = InstallGlobalPanel(*this, p_, env_);
   endProcess = [](int code) { std::_Exit(code); };
 }
 

@@ -8,6 +8,8 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QComboBox>
+#include <QColorDialog>
+#include <QToolButton>
 #include <QProcess>
 #include <QPushButton>
 #include <QtTest>
@@ -28,6 +30,11 @@
 #include "properties/frm_main.h"
 #include "properties/frm_pic_browser.h"
 #include "properties/frm_set_action.h"
+#include "properties/frm_applet_dialogs.h"
+#include "properties/frm_button_special.h"
+#include "properties/global_panel.h"
+#include "design/colour_box.h"
+#include "core/conv.h"
 #include "render/scene.h"
 #include "tests/app/app_fixture.h"
 
@@ -419,6 +426,130 @@ class RoadTest : public QObject {
                               "Wait: 200 ms\n"
                               "Blink: News  ->  times:3 delay:100ms"),
              qPrintable(out));
+  }
+  void appletOptionsAndAnOverTextBorderCopiedToAllStatesSurviveSaveReopenAndRender() {
+    test::TempDir work;
+    const std::string projects = work.path() + "/Projects";
+    CopySampleProjects(projects);
+    const std::string file = projects + "/Demo.kpn";
+    const std::string ini = work.file("settings/kestrelpane.ini");
+    const std::string bin = std::filesystem::path(ExecutablePath()).parent_path().string();
+    std::filesystem::create_directories(work.path() + "/settings");
+    {
+      // The plain file dialog picks pictures in this session.
+      std::ofstream out(ini);
+      out << "[2.02]\n"
+             "Params\\DontShow_frm_Create_Recent=1\n"
+             "Params\\DontAskToAssociate=1\n"
+             "Params\\chk_RegPixDlgBox=1\n";
+    }
+    const std::vector<std::string> args = {"--home", bin, "--settings", ini, file};
+    const std::string star = projects + "/demo_star.gif";
+    int count = 0;
+    {
+      Run r(args);
+      QCOMPARE(r.program->Main(r.opt.commandLine), -1);
+      count = r.p().ButtonCount;
+      GlobalPanel* g = r.main()->general;
+      QVERIFY(g);
+
+      // Width 500, typed and confirmed with Enter.
+      QLineEdit* w = r.main()->txtAppletWidth;
+      w->setFocus();
+      w->selectAll();
+      QTest::keyClicks(w, "500");
+      QTest::keyClick(w, Qt::Key_Return);
+      QCOMPARE(int(r.p().AppletWidth), 500);
+      QCOMPARE(r.design()->width(), 500);
+
+      // A background picture picked, shown in the centre.
+      r.prompter.openAnswers.push_back(star);
+      QTest::mouseClick(g->btnGetBackImg, Qt::LeftButton);
+      QCOMPARE(r.p().BackImg, star);
+      g->cmbBackImgStyle->setFocus();
+      QTest::keyClick(g->cmbBackImgStyle, Qt::Key_Home);
+      QTest::keyClick(g->cmbBackImgStyle, Qt::Key_Down);
+      QCOMPARE(g->cmbBackImgStyle->currentText(), QString("Center"));
+      QCOMPARE(int(r.p().BackImgStyle), 2);
+      QVERIFY(g->picBgOffset->isHidden());
+
+      // A raised applet border and a fade.
+      QTest::mouseClick(g->btnAppletBorder, Qt::LeftButton);
+      frmAppletBorder* b = g->AppletBorder();
+      b->cmbBorderStyle->setFocus();
+      QTest::keyClick(b->cmbBorderStyle, Qt::Key_Home);
+      QTest::keyClick(b->cmbBorderStyle, Qt::Key_Down);
+      QCOMPARE(b->cmbBorderStyle->currentText(), QString("Raised"));
+      b->txtBorderWidth->setFocus();
+      b->txtBorderWidth->selectAll();
+      QTest::keyClicks(b->txtBorderWidth, "5");
+      b->close();
+      QTest::mouseClick(g->btnAppletFade, Qt::LeftButton);
+      frmAppletFade* f = g->AppletFade();
+      f->cmbFadeStyle->setFocus();
+      QTest::keyClick(f->cmbFadeStyle, Qt::Key_End);
+      QCOMPARE(int(r.p().iFadeStyle), 4);
+      f->close();
+
+      // A text border for the first button in OVER, through Special, each
+      // edit copied to the other states.
+      ClickRow(r, 0);
+      QTest::mouseClick(r.panel()->btnOverState, Qt::LeftButton);
+      QTest::mouseClick(r.panel()->btnTFrame, Qt::LeftButton);
+      frmButtonSpecial* d = g->ButtonSpecial();
+      QVERIFY(d->isVisible());
+      auto ran = WhenModal<QColorDialog>([](QColorDialog* c) {
+        c->setCurrentColor(QColor(255, 0, 0));
+        c->accept();
+      });
+      QTest::mouseClick(d->picColor, Qt::LeftButton);
+      QVERIFY(*ran);
+      QTest::mouseClick(r.panel()->btnCopyToAll, Qt::LeftButton);
+      d->txtThick->setFocus();
+      d->txtThick->selectAll();
+      QTest::keyClicks(d->txtThick, "2");
+      QTest::mouseClick(r.panel()->btnCopyToAll, Qt::LeftButton);
+      for (int s = 1; s <= 3; ++s) {
+        QCOMPARE(r.p().button(1).TFrameColor[s], RGB(255, 0, 0));
+        QCOMPARE(int(r.p().button(1).TFrameThick[s]), 2);
+      }
+      d->close();
+
+      r.main()->mnuSave->trigger();
+      QVERIFY(r.p().bProjectSaved);
+      QVERIFY(r.main()->close());
+    }
+
+    Run r(args);
+    QCOMPARE(r.program->Main(r.opt.commandLine), -1);
+    QCOMPARE(int(r.p().ButtonCount), count);
+    QCOMPARE(int(r.p().AppletWidth), 500);
+    QCOMPARE(r.design()->width(), 500);
+    QCOMPARE(FileNameOnly(r.p().BackImg), std::string("demo_star.gif"));
+    QCOMPARE(int(r.p().BackImgStyle), 2);
+    QCOMPARE(r.main()->general->cmbBackImgStyle->currentText(), QString("Center"));
+    QVERIFY(r.main()->general->picBgOffset->isHidden());
+    QCOMPARE(int(r.p().iABorderStyle), 1);
+    QCOMPARE(int(r.p().iABorderWidth), 5);
+    QCOMPARE(int(r.p().iFadeStyle), 4);
+    for (int s = 1; s <= 3; ++s) {
+      QCOMPARE(r.p().button(1).TFrameColor[s], RGB(255, 0, 0));
+      QCOMPARE(int(r.p().button(1).TFrameThick[s]), 2);
+    }
+    const QImage shown = r.design()->scene().ComposeApplet();
+    QVERIFY(r.main()->close());
+
+    // The command line draws the saved file as the designer shows it.
+    const std::string png = work.file("render.png");
+    QProcess cli;
+    cli.start(QString::fromStdString(bin + "/kestrelpane-cli"),
+              {"--home", QString::fromStdString(bin), "--settings", QString::fromStdString(ini),
+               "render", QString::fromStdString(file), QString::fromStdString(png)});
+    QVERIFY(cli.waitForFinished(30000));
+    QCOMPARE(cli.exitCode(), 0);
+    const QImage rendered(QString::fromStdString(png));
+    QCOMPARE(rendered.size(), QSize(500, shown.height()));
+    QCOMPARE(rendered.convertToFormat(QImage::Format_RGB32), shown.convertToFormat(QImage::Format_RGB32));
   }
 };
 

@@ -1,0 +1,13 @@
+#include "properties/window_lang.h"
+
+namespace kp {
+
+void ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
+                          const std::string& heading) {
+  if (!LanguageApplies(env, lang)) return;
+  std::string text;
+  if (!env.fs.ReadFile(env.programFolder + "/" + lang.sLangFile, text)) return;
+  ReplaceByPosition(texts, ReadLanguageSection(text, heading, texts.size()));
+}
+
+}  // namespace kp

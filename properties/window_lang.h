@@ -1,0 +1,28 @@
+// The language file's section of a small window: its lines replace the
+// window's texts by position, when a language other than the default is in
+// use. A missing file leaves the English texts.
+#pragma once
+
+#include <QString>
+#include <string>
+
+#include "core/env.h"
+#include "core/language.h"
+#include "properties/ui_text.h"
+
+class QWidget;
+
+namespace kp {
+
+void ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
+                          const std::string& heading);
+
+// A child control made with its object name, so that tests and the
+// language routine find it.
+template <class T>
+T* NamedControl(T* control, const char* name) {
+  control->setObjectName(QString::fromLatin1(name));
+  return control;
+}
+
+}  // namespace kp
