@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -22,6 +23,7 @@
 #include "properties/frm_applet_dialogs.h"
 #include "properties/frm_button_special.h"
 #include "properties/frm_main.h"
+#include "properties/frm_set_action.h"
 #include "properties/frm_special.h"
 #include "properties/global_panel.h"
 #include "render/scene.h"
@@ -579,6 +581,40 @@ class AppletOptionsTest : public QObject {
     // The panel and the dialogs show what was loaded.
     QCOMPARE(a.main()->picGeneralBackGround->colour(), want.BackGround);
     QCOMPARE(g->AppletFade()->cmbFadeStyle->currentIndex(), 4);
+  }
+
+  // --- The applet's programs ---------------------------------------------------------------
+
+  void eachAppletProgramButtonOpensTheActionEditorOnItsOwnProgram() {
+    App a;
+    a.program->Main(a.demo());
+    a.p().AppletProgramStart = "6 500;";
+    a.p().AppletProgramOVER = "1 Home;2 News;";
+    a.p().AppletProgramDOWN = "";
+    a.p().AppletProgramOUT = "10 Home 3 150;";
+    GlobalPanel* g = General(a);
+    const char* keys[] = {"AppletProgramStart", "AppletProgramOVER", "AppletProgramDOWN",
+                          "AppletProgramOUT"};
+    const int rows[] = {1, 2, 0, 1};
+    for (int k = 0; k < 4; ++k) {
+      std::string key;
+      int count = -1;
+      QString caption;
+      auto seen = WhenWindow("frmSetAction", [&](QWidget* w) {
+        auto* e = dynamic_cast<frmSetAction*>(w);
+        QVERIFY(e);
+        key = e->strReturnTo;
+        count = e->lstActions->count();
+        caption = e->windowTitle();
+        Click(e, "btnCANCEL");
+      });
+      QTest::mouseClick(g->btnAppletProgram[k], Qt::LeftButton);
+      QVERIFY(*seen);
+      QCOMPARE(key, std::string(keys[k]));
+      QCOMPARE(count, rows[k]);
+      QVERIFY2(caption.endsWith(g->btnAppletProgram[k]->toolTip()), qPrintable(caption));
+    }
+    QCOMPARE(a.p().AppletProgramOVER, std::string("1 Home;2 News;"));
   }
 };
 
