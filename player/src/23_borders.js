@@ -65,3 +65,16 @@ KP.DrawAppletBorder = function (design, applet) {
   return KP.Draw3DF(design, applet.iABorderStyle, 0, 0, applet.AppletWidth, applet.AppletHeight,
     applet.cABorderColor, applet.iABorderShade, applet.iABorderWidth, false);
 };
+
+// The frame a button shows in a browser only (the designer's window leaves
+// it out): Thick rings of one colour on the surface's edge, over the face,
+// the label and the border.
+KP.DrawFrame = function (surface, Thick, Color) {
+  const t = Math.min(Thick | 0, Math.ceil(Math.min(surface.w, surface.h) / 2));
+  if (t <= 0) return;
+  const w = surface.w, h = surface.h;
+  KP.fillRect(surface, 0, 0, w, t, Color);
+  KP.fillRect(surface, 0, h - t, w, t, Color);
+  KP.fillRect(surface, 0, t, t, h - 2 * t, Color);
+  KP.fillRect(surface, w - t, t, t, h - 2 * t, Color);
+};

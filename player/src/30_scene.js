@@ -13,6 +13,8 @@ KP.Scene = function (applet, buttons, pictures, measure) {
   this.design = KP.newSurface(applet.AppletWidth, applet.AppletHeight, applet.BackGround);
   this.design.backColor = applet.BackGround;
   this.surfaces = [];
+  // The designer's window shows no button frame; a page does.
+  this.drawFrames = false;
 };
 
 // A picture by file name; null when it is missing or unreadable.
@@ -69,6 +71,10 @@ KP.Scene.prototype.redrawButton = function (i, redrawAbove) {
     KP.DrawPix(this, i);
     KP.DrawLabel(this.surface(i), this.measure, this.buttons[i], this.state[i], this.applet);
     KP.DrawBorder(this.surface(i), this.buttons[i], this.state[i]);
+    const b = this.buttons[i], st = this.state[i];
+    if (this.drawFrames && b.FrameThick && b.FrameThick[st] > 0) {
+      KP.DrawFrame(this.surface(i), b.FrameThick[st], b.FrameColor[st]);
+    }
     if (redrawAbove) this.redrawTransparentAbove(i);
   } catch (e) {
     // As in the designer: no message.

@@ -25,12 +25,13 @@ function px(pic, x, y) {
   return (pic.rgba[o] << 16) | (pic.rgba[o + 1] << 8) | pic.rgba[o + 2];
 }
 
-// Bounding box of the pixels where two pictures differ inside a rectangle.
-function diffBox(a, b, r) {
+// Bounding box of the pixels where two pictures differ inside a rectangle,
+// leaving out those that `skip(x, y)` names.
+function diffBox(a, b, r, skip) {
   let box = null;
   for (let y = Math.max(0, r.y); y < Math.min(a.h, r.y + r.h); y++) {
     for (let x = Math.max(0, r.x); x < Math.min(a.w, r.x + r.w); x++) {
-      if (px(a, x, y) === px(b, x, y)) continue;
+      if (px(a, x, y) === px(b, x, y) || (skip && skip(x, y))) continue;
       if (!box) box = { x0: x, y0: y, x1: x, y1: y };
       box.x0 = Math.min(box.x0, x); box.x1 = Math.max(box.x1, x);
       box.y0 = Math.min(box.y0, y); box.y1 = Math.max(box.y1, y);
@@ -59,11 +60,36 @@ function subject(project) {
   return { dir: path.dirname(page), page, rects, rendered };
 }
 
+const STATE_INDEX = { UP: 1, OVER: 2, DOWN: 3 };
+
+// The frame a page draws and the designer does not: the colour of pixel
+// (x, y) when it lies in the frame of the topmost button there, else null.
+function frameAt(frames, state, x, y) {
+  let top = null;
+  for (const f of frames) if (x >= f.x && x < f.x + f.w && y >= f.y && y < f.y + f.h) top = f;
+  if (!top) return null;
+  const s = STATE_INDEX[state(x, y)];
+  const t = Math.min(top.thick[s], Math.ceil(Math.min(top.w, top.h) / 2));
+  if (!(t > 0)) return null;
+  const dx = Math.min(x - top.x, top.x + top.w - 1 - x), dy = Math.min(y - top.y, top.y + top.h - 1 - y);
+  if (Math.min(dx, dy) >= t) return null;
+  const c = top.colour[s];
+  return ((c & 255) << 16) | (c & 0xff00) | ((c >> 16) & 255);
+}
+
+// The buttons' frames as the page read them.
+function framesOf(page) {
+  return page.evaluate(() => window.KestrelPanePlayer.bars[0].buttons.filter(Boolean).filter((b) => !b.Hidden)
+    .map((b) => ({ x: b.x, y: b.y, w: b.Width, h: b.Height, thick: b.FrameThick, colour: b.FrameColor })));
+}
+
 // Compares the page with the designer: `expect(x, y)` names the state whose
-// render holds pixel (x, y). Returns a description of the first failures.
-function compare(pagePic, s, stateAt, rectsToCheck) {
+// render holds pixel (x, y); frames are the page's own and must show their
+// colour. Returns a description of the first failures.
+function compare(pagePic, s, stateAt, rectsToCheck, frames) {
   const problems = [];
   const W = pagePic.w, H = pagePic.h;
+  const framed = (x, y) => frameAt(frames, stateAt, x, y) !== null;
   // Label boxes of the designer and of the page, per button and state.
   const boxes = new Map();
   const boxOf = (r, state) => {
@@ -74,7 +100,7 @@ function compare(pagePic, s, stateAt, rectsToCheck) {
   for (const r of rectsToCheck) {
     const state = stateAt(r.x + Math.floor(r.w / 2), r.y + Math.floor(r.h / 2));
     const mine = boxOf(r, state);
-    const theirs = diffBox(pagePic, s.rendered(state, false), r);
+    const theirs = diffBox(pagePic, s.rendered(state, false), r, framed);
     if (!!mine !== !!theirs) {
       problems.push(`button ${r.i} ${state}: label ink ${JSON.stringify(theirs)} vs designer ${JSON.stringify(mine)}`);
     } else if (mine) {
@@ -90,11 +116,12 @@ function compare(pagePic, s, stateAt, rectsToCheck) {
   for (let y = 0; y < H; y++) {
     for (let x = 0; x < W; x++) {
       const state = stateAt(x, y);
-      const want = px(s.rendered(state, true), x, y);
+      const frame = frameAt(frames, stateAt, x, y);
+      const want = frame !== null ? frame : px(s.rendered(state, true), x, y);
       const got = px(pagePic, x, y);
       if (want === got) continue;
       const owner = rectsToCheck.filter((r) => x >= r.x && x < r.x + r.w && y >= r.y && y < r.y + r.h);
-      if (owner.some((r) => inBox(boxOf(r, state), x, y, 1))) continue;
+      if (frame === null && owner.some((r) => inBox(boxOf(r, state), x, y, 1))) continue;
       if (count++ < 5) problems.push(`(${x},${y}) ${state}: page ${got.toString(16)} designer ${want.toString(16)}`);
     }
   }
@@ -112,9 +139,10 @@ async function checkProject(t, project, buttonsToPress) {
     // Programs of the applet's start (waits, blinks) run to their end first.
     await rest.waitForTimeout(2000);
     const up = await canvasPicture(rest);
+    const frames = await framesOf(rest);
     await rest.closeAll();
     assert.deepEqual([up.w, up.h], [s.rendered('UP', true).w, s.rendered('UP', true).h]);
-    assert.deepEqual(compare(up, s, () => 'UP', s.rects), [], 'at rest');
+    assert.deepEqual(compare(up, s, () => 'UP', s.rects, frames), [], 'at rest');
 
     for (const i of buttonsToPress) {
       const r = s.rects.find((q) => q.i === i);
@@ -128,12 +156,12 @@ async function checkProject(t, project, buttonsToPress) {
       await page.mouse.move(canvasBox.x + r.x + r.w / 2, canvasBox.y + r.y + r.h / 2);
       await page.waitForTimeout(50);
       const over = await canvasPicture(page);
-      assert.deepEqual(compare(over, s, (x, y) => (inside(x, y) ? 'OVER' : 'UP'), s.rects), [],
+      assert.deepEqual(compare(over, s, (x, y) => (inside(x, y) ? 'OVER' : 'UP'), s.rects, frames), [],
         `button ${i} under the pointer`);
       await page.mouse.down();
       await page.waitForTimeout(50);
       const down = await canvasPicture(page);
-      assert.deepEqual(compare(down, s, (x, y) => (inside(x, y) ? 'DOWN' : 'UP'), s.rects), [],
+      assert.deepEqual(compare(down, s, (x, y) => (inside(x, y) ? 'DOWN' : 'UP'), s.rects, frames), [],
         `button ${i} pressed`);
       await page.closeAll();
     }
@@ -175,13 +203,14 @@ function faceButtons() {
   b.push(at(11, { BorderStyle: 1, BorderWidth: 30, BorderShade: 5, BorderColor: rgb(150, 50, 50), Label: 'Thick' }));
   b.push(at(12, { Label: 'a&nbspb', BorderStyle: 2 }));
   b.push(at(13, { x: col(13) - 20, noBackGround: true, Label: 'Over', BorderStyle: 0 }));
+  b.push(at(14, { FrameThick: [2, 0, 5], FrameColor: [rgb(255, 0, 0), 0, rgb(0, 0, 160)], Label: 'Framed' }));
   return b;
 }
 
 test('generated faces match the designer on a flat background', async (t) => {
   const dir = h.tempDir('kp-faces-');
   const project = writeProject(dir, 'faces.kpn', { AppletWidth: 430, AppletHeight: 150, BackGround: rgb(230, 240, 250) }, faceButtons(), MEDIA);
-  await checkProject(t, project, [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13]);
+  await checkProject(t, project, [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15]);
 });
 
 test('generated faces match the designer over a faded background with an applet border', async (t) => {

@@ -315,3 +315,32 @@ test('a button whose record changes size gets a new surface of that size', () =>
   assert.equal(sc.surface(1).Left, 2);
   assert.equal(sc.surface(1).Top, 3);
 });
+
+test('a page frames a button with rings of the frame colour over its border; the designer\'s scene does not', () => {
+  const b = button(1, 5, 5, 20, 12, kRed);
+  b.BorderStyle = [undefined, 1, 1, 1];
+  b.BorderWidth = [undefined, 3, 3, 3];
+  b.BorderColor = [undefined, RGB(100, 100, 100), RGB(100, 100, 100), RGB(100, 100, 100)];
+  b.FrameThick = [undefined, 2, 0, 2];
+  b.FrameColor = [undefined, kBlue, kBlue, kGreen];
+  const designer = scene(applet(40, 30), [b]);
+  designer.redrawAll();
+  const page = scene(applet(40, 30), [JSON.parse(JSON.stringify(b))]);
+  page.drawFrames = true;
+  page.redrawAll();
+  // The two rings on every edge, the inside untouched.
+  rectIs(page.surface(1), 0, 0, 20, 2, kBlue, 'top');
+  rectIs(page.surface(1), 0, 10, 20, 2, kBlue, 'bottom');
+  rectIs(page.surface(1), 0, 2, 2, 8, kBlue, 'left');
+  rectIs(page.surface(1), 18, 2, 2, 8, kBlue, 'right');
+  assert.equal(KP.point(page.surface(1), 2, 2), KP.point(designer.surface(1), 2, 2));
+  rectIs(page.surface(1), 3, 3, 14, 6, kRed, 'face');
+  assert.notEqual(KP.point(designer.surface(1), 0, 0), KP.toPixel(kBlue));
+  // A state without a frame shows none; another state its own colour.
+  page.state[1] = 2;
+  page.redrawButton(1);
+  assert.equal(KP.point(page.surface(1), 0, 0), KP.point(designer.surface(1), 0, 0));
+  page.state[1] = 3;
+  page.redrawButton(1);
+  pixelIs(page.surface(1), 19, 11, kGreen);
+});
