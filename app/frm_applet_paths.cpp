@@ -109,7 +109,7 @@ frmAppletPaths::frmAppletPaths(Project& p, Env& env, GeneratorState& st, const L
 
   if (LanguageApplies(env, lang)) {
     std::string text;
-    if (env.fs.ReadFile(env.programFolder + "/" + lang.sLangFile, text))
+    if (env.fs.ReadFile(LangFilePath(env, lang), text))
       ReplaceByPosition(Texts(), ReadLanguageSection(text, "[frmAppletPaths]", Texts().size()));
   }
   ApplyTexts();

@@ -260,7 +260,7 @@ void frmHTML::ApplyTexts() {
 
 void frmHTML::ChangeLang_frmHTML(const LangSettings& lang) {
   std::string text;
-  if (!env_.fs.ReadFile(env_.programFolder + "/" + lang.sLangFile, text)) return;
+  if (!env_.fs.ReadFile(LangFilePath(env_, lang), text)) return;
   ReplaceByPosition(Texts(), ReadLanguageSection(text, kSection, kSectionLines));
 }
 

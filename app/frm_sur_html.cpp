@@ -85,7 +85,7 @@ frmSurHTML::frmSurHTML(Project& p, Env& env, GeneratorState& st, const LangSetti
 
   if (LanguageApplies(env, lang)) {
     std::string text;
-    if (env.fs.ReadFile(env.programFolder + "/" + lang.sLangFile, text))
+    if (env.fs.ReadFile(LangFilePath(env, lang), text))
       ReplaceByPosition(Texts(), ReadLanguageSection(text, "[frmSurHTML]", Texts().size()));
   }
   ApplyTexts();

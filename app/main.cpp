@@ -1,12 +1,15 @@
 // kestrelpane: the designer.
 //   kestrelpane [--home DIR] [--settings FILE] [PROJECT | /reset_kp]
+//   kestrelpane --help | --version
 #include <QApplication>
 #include <cstdlib>
+#include <iostream>
 #include <memory>
 
 #include "app/options.h"
 #include "app/program.h"
 #include "core/association.h"
+#include "core/folders.h"
 #include "core/fs.h"
 #include "core/launcher.h"
 #include "platform/qt_settings_store.h"
@@ -14,6 +17,17 @@
 #include "properties/qt_prompter.h"
 
 int main(int argc, char** argv) {
+  // Help, version and a usage error need no display.
+  const kp::StartOptions early = kp::ParseStartOptions({argv + 1, argv + argc});
+  if (!early.error.empty()) {
+    std::cerr << "kestrelpane: " << early.error
+              << "\nTry 'kestrelpane --help' for more information.\n";
+    return 2;
+  }
+  if (early.help || early.version) {
+    std::cout << (early.help ? kp::DesignerHelp() : kp::DesignerVersion());
+    return 0;
+  }
   QApplication app(argc, argv);
   QApplication::setApplicationName("KestrelPane");
   // QApplication has taken its own options out of argv.
@@ -26,8 +40,13 @@ int main(int argc, char** argv) {
   kp::DiskFileSystem fs;
   kp::PosixLauncher launcher;
   kp::QtPrompter prompter;
-  kp::XdgAssociation association(kp::UserDataHome(), kp::ExecutablePath());
-  kp::Program program(fs, *store, prompter, association, kp::ProgramFolder(opt.home), &launcher);
+  const char* dataDirs = std::getenv("XDG_DATA_DIRS");
+  kp::XdgAssociation association(kp::UserDataHome(), kp::ExecutablePath(),
+                                 kp::DataDirsFrom(dataDirs ? dataDirs : ""));
+  const kp::Folders folders = kp::ResolveFolders(opt.home);
+  kp::Program program(fs, *store, prompter, association, folders.programFolder, &launcher);
+  program.env().userFolder = folders.userFolder;
+  kp::PrepareUserFolder(program.env());
   program.endProcess = [](int code) { std::_Exit(code); };
   // This desktop has no registry: the two registry detections find nothing.
   program.detectBrowsers = [](kp::Env& env) {

@@ -13,12 +13,22 @@ struct StartOptions {
   // Everything after the options, joined by single blanks: Main's command
   // line, as one string.
   std::string commandLine;
+  bool help = false;     // --help
+  bool version = false;  // --version
+  // A usage error ("unrecognized option '--x'"); the program says it and
+  // ends with exit code 2 before any window opens.
+  std::string error;
 };
 
 StartOptions ParseStartOptions(const std::vector<std::string>& args);
 
+// What --help and --version print.
+std::string DesignerHelp();
+std::string DesignerVersion();
+
 // The program folder: --home, else $KESTRELPANE_HOME, else the folder of
-// the executable; absolute, without a trailing separator.
+// the executable when it holds the program's files, else the installed data
+// folder (core/folders.h); absolute, without a trailing separator.
 std::string ProgramFolder(const std::string& homeOption);
 // The running executable's path.
 std::string ExecutablePath();

@@ -4,7 +4,6 @@
 // 3 the settings were damaged and have been restored (the program would end).
 #include <QGuiApplication>
 #include <cstdlib>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -12,13 +11,27 @@
 
 #include "cli/cli_prompter.h"
 #include "cli/commands.h"
+#include "core/folders.h"
 #include "core/launcher.h"
+#include "core/model.h"
 #include "platform/qt_settings_store.h"
 
 namespace {
 
 const char* kUsage =
     "usage: kestrelpane-cli [--home DIR] [--settings FILE] COMMAND ARGS...\n"
+    "Kestrel Pane's engine without windows: loads a project, writes its code,\n"
+    "builds its folder, draws it.\n"
+    "\n"
+    "options:\n"
+    "  --home DIR       the program folder to read (default: $KESTRELPANE_HOME, else\n"
+    "                   the installed data folder); an installed one is never\n"
+    "                   written, AppletTemp and the like go to\n"
+    "                   $XDG_DATA_HOME/kestrelpane instead\n"
+    "  --settings FILE  keep the settings in this INI file (created if missing)\n"
+    "  --help           display this help and exit\n"
+    "  --version        output version information and exit\n"
+    "\n"
     "commands:\n"
     "  resave IN.kpn OUT.kpn   load a project and save it again\n"
     "  actions PROJECT.kpn     list every action program as display lines\n"
@@ -36,25 +49,12 @@ const char* kUsage =
     "  browsers                detect the browsers once and list them\n"
     "  test PROJECT.kpn [--browser N] [--no-player]\n"
     "                          build into AppletTemp and open it in browser row N\n"
-    "--no-player leaves out the player script (KestrelPane.js) and its file\n"
     "  render PROJECT.kpn OUT.png [--state UP|OVER|DOWN] [--grid]\n"
-    "                          the design window's picture of the applet as PNG\n";
-
-std::string ProgramFolder(const std::string& homeFlag) {
-  if (!homeFlag.empty()) return homeFlag;
-  if (const char* env = std::getenv("KESTRELPANE_HOME"); env && *env) return env;
-  std::error_code ec;
-  auto exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-  return ec ? std::string(".") : exe.parent_path().string();
-}
-
-std::string Absolute(const std::string& folder) {
-  std::error_code ec;
-  auto p = std::filesystem::absolute(folder, ec);
-  std::string s = ec ? folder : p.lexically_normal().string();
-  while (s.size() > 1 && s.back() == '/') s.pop_back();
-  return s;
-}
+    "                          the design window's picture of the applet as PNG\n"
+    "--no-player leaves out the player script (KestrelPane.js) and its file\n"
+    "\n"
+    "exit status: 0 success, 1 a failure the program reports, 2 a usage error,\n"
+    "3 the settings held a damaged button record and were restored\n";
 
 // Drawing text needs the GUI library's fonts, though no window opens; the
 // other commands run without it.
@@ -76,6 +76,9 @@ int main(int argc, char** argv) {
     else if (args[i] == "--help" || args[i] == "-h") {
       std::cout << kUsage;
       return 0;
+    } else if (args[i] == "--version") {
+      std::cout << "kestrelpane-cli (Kestrel Pane) " << kp::sPRJ_FILE_VERSION << "\n";
+      return 0;
     } else break;
   }
   if (i >= args.size()) {
@@ -89,7 +92,11 @@ int main(int argc, char** argv) {
   kp::CliPrompter prompter(std::cerr);
   kp::ProjectView view;
   kp::PosixLauncher launcher;
-  kp::Env env{fs, *store, prompter, view, Absolute(ProgramFolder(home)), &launcher};
+  const kp::Folders folders = kp::ResolveFolders(home);
+  kp::Env env{fs, *store, prompter, view, folders.programFolder, &launcher};
+  env.userFolder = folders.userFolder;
+  // Whichever program comes first makes the user's folder, with its samples.
+  kp::PrepareUserFolder(env);
   std::vector<std::string> rest(args.begin() + static_cast<long>(i) + 1, args.end());
   auto gui = GuiFor(args[i], argc, argv);
   return kp::cli::Run(env, prompter, args[i], rest, std::cout, std::cerr);

@@ -57,7 +57,46 @@ std::string XdgAssociation::MimePackageText() const {
          "  </mime-type>\n" + "</mime-info>\n";
 }
 
+std::vector<std::string> DataDirsFrom(const std::string& xdgDataDirs) {
+  const std::string value = xdgDataDirs.empty() ? "/usr/local/share/:/usr/share/" : xdgDataDirs;
+  std::vector<std::string> dirs;
+  size_t start = 0;
+  while (start <= value.size()) {
+    size_t colon = value.find(':', start);
+    if (colon == std::string::npos) colon = value.size();
+    std::string d = value.substr(start, colon - start);
+    while (d.size() > 1 && d.back() == '/') d.pop_back();
+    if (!d.empty() && d.front() == '/') dirs.push_back(d);
+    start = colon + 1;
+  }
+  return dirs;
+}
+
+bool XdgAssociation::InstalledFor(Env& env, const std::string& dataDir) const {
+  // A package's entry names the program by its name alone, found on the
+  // PATH; it is ours when the program lies in the bin folder beside the
+  // data folder, as /usr/bin/kestrelpane beside /usr/share.
+  const size_t slash = exePath_.rfind('/');
+  if (slash == std::string::npos) return false;
+  const std::string name = exePath_.substr(slash + 1);
+  const std::string binDir = exePath_.substr(0, slash);
+  const size_t prefixEnd = binDir.rfind('/');
+  if (prefixEnd == std::string::npos || binDir.substr(prefixEnd) != "/bin") return false;
+  if (dataDir != binDir.substr(0, prefixEnd) + "/share") return false;
+  std::string xml, desktop;
+  if (!env.fs.ReadFile(dataDir + "/mime/packages/" + kMimePackageName, xml)) return false;
+  const std::string block = MimeTypeBlock(xml);
+  if (block.find("<glob pattern=\"*.kpn\"/>") == std::string::npos) return false;
+  if (!env.fs.ReadFile(dataDir + "/applications/" + kDesktopFileName, desktop)) return false;
+  const std::string exec = DesktopEntryValue(desktop, "Exec");
+  return DesktopEntryValue(desktop, "Icon") == name &&
+         (exec == name + " %f" || exec == name + " %F") &&
+         DesktopEntryValue(desktop, "MimeType").find(kProjectMimeType) != std::string::npos;
+}
+
 bool XdgAssociation::AssociationMissing(Env& env) {
+  for (const std::string& dir : systemDataDirs_)
+    if (InstalledFor(env, dir)) return false;
   std::string xml, desktop;
   if (!env.fs.ReadFile(MimePackagePath(), xml)) return true;
   const std::string block = MimeTypeBlock(xml);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/env.h"
 
@@ -29,8 +30,14 @@ class XdgAssociation : public FileAssociation {
  public:
   // dataHome: the user's data folder ($XDG_DATA_HOME, or ~/.local/share);
   // exePath: the program file that opens the projects.
-  XdgAssociation(std::string dataHome, std::string exePath)
-      : dataHome_(std::move(dataHome)), exePath_(std::move(exePath)) {}
+  // systemDataDirs: the system's data folders ($XDG_DATA_DIRS), where a
+  // package puts its entry for all users; such an entry counts as the
+  // association when it runs this program from the same prefix.
+  XdgAssociation(std::string dataHome, std::string exePath,
+                 std::vector<std::string> systemDataDirs = {})
+      : dataHome_(std::move(dataHome)),
+        exePath_(std::move(exePath)),
+        systemDataDirs_(std::move(systemDataDirs)) {}
 
   bool AssociationMissing(Env& env) override;
   bool RegisterAssociation(Env& env) override;
@@ -45,9 +52,17 @@ class XdgAssociation : public FileAssociation {
   std::string ExecValue() const { return "\"" + exePath_ + "\" %f"; }
 
  private:
+  // The entry of a package installed with the same prefix as exePath_.
+  bool InstalledFor(Env& env, const std::string& dataDir) const;
+
   std::string dataHome_;
   std::string exePath_;
+  std::vector<std::string> systemDataDirs_;
 };
+
+// The folders of an $XDG_DATA_DIRS value; the specification's default
+// when it is empty. No trailing separators; relative entries are dropped.
+std::vector<std::string> DataDirsFrom(const std::string& xdgDataDirs);
 
 // The value of `key` in the "[Desktop Entry]" group of a desktop file's
 // text; empty when absent.

@@ -44,6 +44,10 @@ struct Env {
   // Starts outside programs (browsers, the sound converter, the desktop's
   // opener); nullptr where nothing may be started.
   Launcher* launcher = nullptr;
+  // Where the program writes when the program folder is installed for all
+  // users or not the user's to write (core/folders.h); empty: the program
+  // folder takes the writes.
+  std::string userFolder{};
 };
 
 }  // namespace kp

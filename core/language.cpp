@@ -1,5 +1,6 @@
 #include "core/language.h"
 
+#include "core/folders.h"
 #include "core/model.h"
 #include "core/settings.h"
 
@@ -12,11 +13,11 @@ std::string CutAtNul(std::string_view line) {
   return std::string(nul == std::string_view::npos ? line : line.substr(0, nul));
 }
 
-std::string LangFilePath(const Env& env, const LangSettings& s) {
-  return env.programFolder + "/" + s.sLangFile;
-}
-
 }  // namespace
+
+std::string LangFilePath(const Env& env, const LangSettings& s) {
+  return ProgramFile(env, s.sLangFile);
+}
 
 std::vector<std::string> TextLines(std::string_view text) {
   std::vector<std::string> lines;
@@ -49,7 +50,7 @@ LangSettings ReadLangSettings(std::string_view iniText) {
 LangSettings GET_LANG_SETTINGS(Env& env) {
   std::string text;
   LangSettings s;
-  if (env.fs.ReadFile(env.programFolder + "/" + kLangIniName, text)) s = ReadLangSettings(text);
+  if (env.fs.ReadFile(ProgramFile(env, kLangIniName), text)) s = ReadLangSettings(text);
   LangTexts& t = Lang();
   t.NoJava = s.sNoJava;
   t.Loading = s.sLoading;

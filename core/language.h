@@ -45,6 +45,10 @@ LangSettings GET_LANG_SETTINGS(Env& env);
 // folder, otherwise "NO". Returns whether the file is there.
 bool StoreLanguageState(Env& env, const LangSettings& s);
 
+// The language file named by the settings: the user folder's when the user
+// keeps one there, else the program folder's.
+std::string LangFilePath(const Env& env, const LangSettings& s);
+
 // True when the windows should take their texts from the language file.
 bool LanguageApplies(Env& env, const LangSettings& s);
 

@@ -23,6 +23,12 @@ std::string CommandLineName(std::string_view commandLine) {
 
 std::string FindProjectFile(Env& env, const std::string& name) {
   if (!name.empty() && name.front() == '/' && env.fs.FileExists(name)) return name;
+  // The user's own folder first: that is where the designer saves and where
+  // the samples are copied to be saved again.
+  if (!env.userFolder.empty()) {
+    const std::string inUserFolder = env.userFolder + "/" + name;
+    if (env.fs.FileExists(inUserFolder)) return inUserFolder;
+  }
   const std::string inProgramFolder = env.programFolder + "/" + name;
   return env.fs.FileExists(inProgramFolder) ? inProgramFolder : "";
 }

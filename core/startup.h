@@ -29,7 +29,8 @@ std::string CommandLineName(std::string_view commandLine);
 
 // The file to open for a name from the command line, "" when there is
 // none. An absolute name ("/...") that exists is taken as it stands; any
-// other is looked for in the program folder only, never in the current one.
+// other is looked for in the program folder only (the user folder first,
+// when there is one), never in the current one.
 std::string FindProjectFile(Env& env, const std::string& name);
 
 // The long form of a path. This platform has no short names, so a path is

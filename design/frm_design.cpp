@@ -141,7 +141,7 @@ void frmDesign::Form_Load(const LangSettings& lang, const QIcon& icon) {
 
 void frmDesign::ChangeLang_frmDesign(const LangSettings& lang) {
   std::string text;
-  if (!env_.fs.ReadFile(env_.programFolder + "/" + lang.sLangFile, text)) return;
+  if (!env_.fs.ReadFile(LangFilePath(env_, lang), text)) return;
   ReplaceDesignTexts(frmDesignTexts(), ReadLanguageSection(text, kDesignSection, kDesignSectionLines));
   ApplyTexts();
 }

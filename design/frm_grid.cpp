@@ -123,7 +123,7 @@ frmGrid::frmGrid(frmDesign& design, Project& p, Env& env, DesignHost& host, QWid
   const LangSettings& lang = design_.Language();
   if (LanguageApplies(env_, lang)) {
     std::string text;
-    if (env_.fs.ReadFile(env_.programFolder + "/" + lang.sLangFile, text))
+    if (env_.fs.ReadFile(LangFilePath(env_, lang), text))
       ReplaceDesignTexts(frmGridTexts(), ReadLanguageSection(text, kGridSection, kGridSectionLines));
   }
   ApplyTexts();

@@ -1,6 +1,7 @@
 #include "generate/js_caller.h"
 
 #include "core/conv.h"
+#include "core/folders.h"
 
 namespace kp {
 namespace {
@@ -40,7 +41,7 @@ std::string JSCallerFromText(std::string_view iniText, const std::string& applet
 
 std::string GetJSCaller(Env& env, const std::string& appletName) {
   std::string text;
-  if (!env.fs.ReadFile(env.programFolder + "/Kestrel.ini", text)) return "";
+  if (!env.fs.ReadFile(ProgramFile(env, "Kestrel.ini"), text)) return "";
   return JSCallerFromText(text, appletName);
 }
 

@@ -14,6 +14,7 @@
 #include <cstdlib>
 
 #include "core/conv.h"
+#include "core/folders.h"
 #include "core/session.h"
 #include "core/settings.h"
 #include "design/design_texts.h"
@@ -84,7 +85,7 @@ bool frmMain::ShowMain() {
 }
 
 void frmMain::ChangeLang_frmMain() {
-  const std::string file = env_.programFolder + "/" + lang_.sLangFile;
+  const std::string file = LangFilePath(env_, lang_);
   std::string text;
   if (!env_.fs.ReadFile(file, text)) {
     env_.prompter.MsgBox("Language File: " + std::string(sQuote) + lang_.sLangFile + sQuote +
@@ -128,7 +129,7 @@ void frmMain::mnuNew_Click() {
 
 std::string frmMain::ProjectsFolder() {
   std::string folder = GetParam(env_, "sProjectsPath");
-  return folder.empty() ? env_.programFolder + "/Projects" : folder;
+  return folder.empty() ? WriteFolder(env_) + "/Projects" : folder;
 }
 
 void frmMain::mnuOpen_Click() {

@@ -6,7 +6,7 @@ void ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
                           const std::string& heading) {
   if (!LanguageApplies(env, lang)) return;
   std::string text;
-  if (!env.fs.ReadFile(env.programFolder + "/" + lang.sLangFile, text)) return;
+  if (!env.fs.ReadFile(LangFilePath(env, lang), text)) return;
   ReplaceByPosition(texts, ReadLanguageSection(text, heading, texts.size()));
 }
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "core/conv.h"
+#include "core/folders.h"
 #include "core/launcher.h"
 #include "core/settings.h"
 #include "generate/js_caller.h"
@@ -124,7 +125,7 @@ BuildReport BuildApplet(PublishContext& c, bool bWithFiles) {
   // The start folder is only proposed: a cancelled dialog leaves the
   // project's output folder as it was.
   std::string startFolder = p.sOutputFolder.empty()
-                                ? EndBackslash(env.programFolder) + "Projects/" + p.sProjectName
+                                ? EndBackslash(WriteFolder(env)) + "Projects/" + p.sProjectName
                                 : p.sOutputFolder;
   PrepareDir(env, startFolder);
 

@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "core/conv.h"
+#include "core/folders.h"
 
 namespace kp {
 
@@ -28,7 +29,7 @@ void WaitWithEvents(PublishContext& c, std::chrono::milliseconds ms) {
 }
 
 std::string AppletTempFolder(const Env& env) {
-  return EndBackslash(env.programFolder) + "AppletTemp";
+  return EndBackslash(WriteFolder(env)) + "AppletTemp";
 }
 
 }  // namespace kp

@@ -1,6 +1,7 @@
 #include "publish/export.h"
 
 #include "core/conv.h"
+#include "core/folders.h"
 #include "core/settings.h"
 #include "project/project_file.h"
 #include "publish/build.h"
@@ -24,7 +25,7 @@ ExportReport mnuExport_Click(PublishContext& c) {
   fd.hideReadOnly = true;
   fd.pathMustExist = true;
   fd.folder = GetParam(env, "sExportFolder");
-  if (fd.folder.empty()) fd.folder = EndBackslash(env.programFolder) + "Export";
+  if (fd.folder.empty()) fd.folder = EndBackslash(WriteFolder(env)) + "Export";
   PrepareDir(env, fd.folder);
 
   std::string chosen;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/conv.h"
+#include "core/folders.h"
 #include "core/launcher.h"
 #include "core/settings.h"
 #include "publish/build.h"
@@ -124,7 +125,7 @@ void txtAutoReplaceHTML_FileName_KeyUp(PublishContext& c, const std::string& tex
 void btnGetAutoReplaceHTML_filename_Click(PublishContext& c) {
   Env& env = c.env;
   std::string folder = GetParam(env, "sLastReplacedFolder");
-  if (folder.empty()) folder = EndBackslash(env.programFolder) + "Projects";
+  if (folder.empty()) folder = EndBackslash(WriteFolder(env)) + "Projects";
   myChDir(env, folder);
   FileDialog fd;
   fd.filter = kHtmlFilter;

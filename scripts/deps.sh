@@ -4,7 +4,8 @@
 set -euo pipefail
 packages=(g++ cmake ninja-build pkgconf qt6-base-dev fonts-liberation xvfb xauth
           libsndfile1-dev libgtest-dev libgmock-dev libbenchmark-dev imagemagick
-          clang-14 libclang-rt-14-dev chromium)
+          clang-14 libclang-rt-14-dev chromium
+          librsvg2-bin dpkg-dev lintian debootstrap)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
