@@ -1,4 +1,5 @@
 #include "app/frm_applet_paths.h"
+#include "properties/window_lang.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -107,11 +108,7 @@ frmAppletPaths::frmAppletPaths(Project& p, Env& env, GeneratorState& st, const L
   root->addLayout(buttons);
   root->addStretch();
 
-  if (LanguageApplies(env, lang)) {
-    std::string text;
-    if (env.fs.ReadFile(LangFilePath(env, lang), text))
-      ReplaceByPosition(Texts(), ReadLanguageSection(text, "[frmAppletPaths]", Texts().size()));
-  }
+  ApplyLanguageSection(env, lang, Texts(), "[frmAppletPaths]");
   ApplyTexts();
   FillFromProject();
   chkAddPlayerScript->setChecked(PlayerScriptSetting(env_));

@@ -1,4 +1,5 @@
 #include "app/frm_ask_to_associate.h"
+#include "properties/window_lang.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -25,6 +26,7 @@ UiTexts& frmAskToAssociate::Texts() {
 frmAskToAssociate::frmAskToAssociate(Env& env, FileAssociation& association, QWidget* owner)
     : QDialog(owner), env_(env), association_(association) {
   setObjectName("frmAskToAssociate");
+  ApplyLanguageSection(env_, Texts(), "[frmAskToAssociate]");
   setWindowTitle(DisplayText(Lang().TitleText));
   auto* label1 = new QLabel(QTextOf(Texts(), "Label1"), this);
   auto* label2 = new QLabel(QTextOf(Texts(), "Label2"), this);

@@ -1,4 +1,5 @@
 #include "app/frm_browser_setup.h"
+#include "properties/window_lang.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -28,6 +29,7 @@ UiTexts& frmAddEditBrowser::Texts() {
 
 frmAddEditBrowser::frmAddEditBrowser(Env& env, QWidget* parent) : QDialog(parent), env_(env) {
   setObjectName("frmAddEditBrowser");
+  ApplyLanguageSection(env_, Texts(), "[frmEditBrowser]");
   const UiTexts& t = Texts();
   setWindowTitle(QTextOf(t, "Caption"));
   lblName = new QLabel(QTextOf(t, "lblName"), this);
@@ -141,6 +143,7 @@ UiTexts& frmBrowserSetup::Texts() {
 
 frmBrowserSetup::frmBrowserSetup(Env& env, QWidget* parent) : QDialog(parent), env_(env) {
   setObjectName("frmBrowserSetup");
+  ApplyLanguageSection(env_, Texts(), "[frmBrowserSetup]");
   const UiTexts& t = Texts();
   setWindowTitle(QTextOf(t, "Caption"));
   sSpecifyName = TextOf(t, "sSpecifyName");

@@ -1,4 +1,5 @@
 #include "app/frm_html.h"
+#include "properties/window_lang.h"
 
 #include <QAction>
 #include <QApplication>
@@ -71,7 +72,6 @@ UiTexts& frmHTML::Texts() {
 namespace {
 
 constexpr const char* kSection = "[frmHTML]";
-constexpr size_t kSectionLines = 30;
 
 bool IsEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -107,7 +107,7 @@ frmHTML::frmHTML(Project& p, Env& env, GeneratorState& st, PublishState& publish
   setObjectName("frmHTML");
   BuildControls();
   BuildLayout();
-  if (LanguageApplies(env_, lang)) ChangeLang_frmHTML(lang);
+  ChangeLang_frmHTML(lang);
   ApplyTexts();
   ShowPlayerNote();
   // The design-time text, until the first generation replaces it.
@@ -259,9 +259,7 @@ void frmHTML::ApplyTexts() {
 }
 
 void frmHTML::ChangeLang_frmHTML(const LangSettings& lang) {
-  std::string text;
-  if (!env_.fs.ReadFile(LangFilePath(env_, lang), text)) return;
-  ReplaceByPosition(Texts(), ReadLanguageSection(text, kSection, kSectionLines));
+  ApplyLanguageSection(env_, lang, Texts(), kSection);
 }
 
 // --- Activation and generation ---------------------------------------------------

@@ -1,4 +1,5 @@
 #include "app/frm_sur_html.h"
+#include "properties/window_lang.h"
 
 #include <QEvent>
 #include <QFontDatabase>
@@ -83,11 +84,7 @@ frmSurHTML::frmSurHTML(Project& p, Env& env, GeneratorState& st, const LangSetti
   row->addWidget(btnCANCEL);
   root->addLayout(row);
 
-  if (LanguageApplies(env, lang)) {
-    std::string text;
-    if (env.fs.ReadFile(LangFilePath(env, lang), text))
-      ReplaceByPosition(Texts(), ReadLanguageSection(text, "[frmSurHTML]", Texts().size()));
-  }
+  ApplyLanguageSection(env, lang, Texts(), "[frmSurHTML]");
   ApplyTexts();
   resize(560, 460);
 }

@@ -14,13 +14,8 @@
 
 namespace kp {
 
-UiTexts& HtmlWindows::MainMenuTexts() {
-  static UiTexts t = {
-      {"mnuSurHTML", "&Surrounding HTML..."},
-      {"mnuAppletPaths", "Applet &Paths..."},
-  };
-  return t;
-}
+// The entries are the main window's, in its language section.
+UiTexts& HtmlWindows::MainMenuTexts() { return frmMain::Texts(); }
 
 // Marks the code stale when a watched window gains activation.
 class HtmlWindows::Watcher : public QObject {

@@ -3,6 +3,7 @@
 #include "core/folders.h"
 #include "core/model.h"
 #include "core/settings.h"
+#include "core/conv.h"
 
 namespace kp {
 
@@ -47,6 +48,11 @@ LangSettings ReadLangSettings(std::string_view iniText) {
   return s;
 }
 
+LangSettings& LangInForce() {
+  static LangSettings s;
+  return s;
+}
+
 LangSettings GET_LANG_SETTINGS(Env& env) {
   std::string text;
   LangSettings s;
@@ -57,6 +63,7 @@ LangSettings GET_LANG_SETTINGS(Env& env) {
   t.LanguageName = s.sLangName;
   t.SoundReadMe = s.sWav2AuReadMe;
   t.MetaLine = s.sMetaLine;
+  LangInForce() = s;
   return s;
 }
 
@@ -78,6 +85,55 @@ std::vector<std::string> ReadLanguageSection(std::string_view fileText, std::str
     if (lines[i] != heading) continue;
     for (size_t k = i + 1; k < lines.size() && out.size() < count; ++k) out.push_back(lines[k]);
     break;
+  }
+  return out;
+}
+
+size_t FixedSectionLines(std::string_view heading) {
+  struct Count {
+    const char* heading;
+    size_t lines;
+  };
+  static constexpr Count kCounts[] = {
+      {"[frmMain]", 190},          {"[frmSetAction]", 30},      {"[frmDesign]", 20},
+      {"[frmAutoRepHTML_MSG]", 17}, {"[frmHTML]", 30},           {"[frmAutoRepHTML_2]", 24},
+      {"[frmAdvanced]", 11},        {"[frmSpecial]", 27},        {"[frmBrowserSetup]", 14},
+      {"[frmGrid]", 13},            {"[frmButtonSpecial]", 20},
+  };
+  for (const Count& c : kCounts)
+    if (heading == c.heading) return c.lines;
+  return 0;
+}
+
+std::optional<std::vector<std::string>> WindowLanguageLines(Env& env, const LangSettings& lang,
+                                                            std::string_view heading,
+                                                            size_t count) {
+  if (!LanguageApplies(env, lang)) return std::nullopt;
+  std::string text;
+  if (!env.fs.ReadFile(LangFilePath(env, lang), text)) {
+    env.prompter.MsgBox("Language File: " + std::string(sQuote) + lang.sLangFile + sQuote +
+                        " not found");
+    fWriteValue(env, kSecLanguage, lang.sLangName, "NO");
+    return std::nullopt;
+  }
+  std::vector<std::string> lines = ReadLanguageSection(text, heading, count);
+  fWriteValue(env, kSecLanguage, lang.sLangName, "YES");
+  return lines;
+}
+
+std::string MessageLineText(std::string_view line) {
+  return ReplaceAll(std::string(line), "\\n", sCRLF);
+}
+
+std::string MessageLineOf(std::string_view text) {
+  return ReplaceAll(ReplaceAll(std::string(text), sCRLF, "\\n"), "\n", "\\n");
+}
+
+std::string LanguageFileText(const std::vector<LanguageSectionText>& sections) {
+  std::string out;
+  for (const LanguageSectionText& s : sections) {
+    out += s.heading + sCRLF;
+    for (const std::string& l : s.lines) out += l + sCRLF;
   }
   return out;
 }

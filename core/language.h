@@ -3,6 +3,7 @@
 // keeps its built-in value.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,10 @@ LangSettings ReadLangSettings(std::string_view iniText);
 // file gives the built-ins, silently) and puts the language texts in force.
 LangSettings GET_LANG_SETTINGS(Env& env);
 
+// The settings GET_LANG_SETTINGS last put in force, for the windows that
+// are made on first use.
+LangSettings& LangInForce();
+
 // The start-up's language state: the setting of the language name under
 // "2.02/Language" becomes "YES" when the language file is in the program
 // folder, otherwise "NO". Returns whether the file is there.
@@ -57,5 +62,32 @@ bool LanguageApplies(Env& env, const LangSettings& s);
 // next section's lines as its own. Empty when the heading is absent.
 std::vector<std::string> ReadLanguageSection(std::string_view fileText, std::string_view heading,
                                              size_t count);
+
+// The number of lines of a window's section, as the file format fixes it
+// for the sections that translators' files already carry; 0 for a section
+// whose count is its window's table.
+size_t FixedSectionLines(std::string_view heading);
+
+// A window's language routine, up to the texts: nothing when the language
+// setting is not "YES"; when the language file cannot be read, the
+// "Language File: ... not found" box, the setting stored as "NO" and
+// nothing; otherwise the setting stored as "YES" and the `count` lines of
+// the section (empty when the file has no heading for the window).
+std::optional<std::vector<std::string>> WindowLanguageLines(Env& env, const LangSettings& lang,
+                                                            std::string_view heading,
+                                                            size_t count);
+
+// A message variable's language line: "\n" stands for a line break.
+std::string MessageLineText(std::string_view line);
+// ... and back, for writing a language file.
+std::string MessageLineOf(std::string_view text);
+
+// One section of a language file as it is written.
+struct LanguageSectionText {
+  std::string heading;
+  std::vector<std::string> lines;
+};
+// The whole file, CR LF line ends.
+std::string LanguageFileText(const std::vector<LanguageSectionText>& sections);
 
 }  // namespace kp

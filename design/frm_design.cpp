@@ -136,13 +136,13 @@ void frmDesign::ApplyTexts() {
 void frmDesign::Form_Load(const LangSettings& lang, const QIcon& icon) {
   lang_ = lang;
   setWindowIcon(icon);
-  if (LanguageApplies(env_, lang)) ChangeLang_frmDesign(lang);
+  ChangeLang_frmDesign(lang);
 }
 
 void frmDesign::ChangeLang_frmDesign(const LangSettings& lang) {
-  std::string text;
-  if (!env_.fs.ReadFile(LangFilePath(env_, lang), text)) return;
-  ReplaceDesignTexts(frmDesignTexts(), ReadLanguageSection(text, kDesignSection, kDesignSectionLines));
+  auto lines = WindowLanguageLines(env_, lang, kDesignSection, kDesignSectionLines);
+  if (!lines) return;
+  ReplaceDesignTexts(frmDesignTexts(), *lines);
   ApplyTexts();
 }
 

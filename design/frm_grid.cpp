@@ -121,11 +121,8 @@ frmGrid::frmGrid(frmDesign& design, Project& p, Env& env, DesignHost& host, QWid
   connect(btnAlignWH_NOW, &QPushButton::clicked, this, [this] { btnAlignWH_NOW_Click(); });
 
   const LangSettings& lang = design_.Language();
-  if (LanguageApplies(env_, lang)) {
-    std::string text;
-    if (env_.fs.ReadFile(LangFilePath(env_, lang), text))
-      ReplaceDesignTexts(frmGridTexts(), ReadLanguageSection(text, kGridSection, kGridSectionLines));
-  }
+  if (auto lines = WindowLanguageLines(env_, lang, kGridSection, kGridSectionLines))
+    ReplaceDesignTexts(frmGridTexts(), *lines);
   ApplyTexts();
   Form_Load();
 }

@@ -1,4 +1,5 @@
 #include "properties/frm_create_recent.h"
+#include "properties/window_lang.h"
 
 #include <QCheckBox>
 #include <QEvent>
@@ -33,6 +34,7 @@ UiTexts& frm_Create_Recent::Texts() {
 frm_Create_Recent::frm_Create_Recent(Project& p, Env& env, QWidget* mainWindow)
     : QDialog(mainWindow), p_(p), env_(env) {
   setObjectName("frm_Create_Recent");
+  ApplyLanguageSection(env_, Texts(), "[frm_Create_Recent]");
 
   frameNew = new QGroupBox(QTextOf(Texts(), "frameNew"), this);
   frameNew->setObjectName("frameNew");

@@ -1,4 +1,5 @@
 #include "properties/frm_hex2color.h"
+#include "properties/window_lang.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -34,8 +35,10 @@ UiTexts& frmHex2Color::Texts() {
   return t;
 }
 
-frmHex2Color::frmHex2Color(QWidget* mainWindow) : QWidget(mainWindow, Qt::Window), mainWindow_(mainWindow) {
+frmHex2Color::frmHex2Color(QWidget* mainWindow, Env& env)
+    : QWidget(mainWindow, Qt::Window), mainWindow_(mainWindow) {
   setObjectName("frmHex2Color");
+  ApplyLanguageSection(env, Texts(), "[frmHex2Color]");
   setWindowTitle(QTextOf(Texts(), "frmHex2Color"));
   picColor = new ColourBox(this);
   picColor->setObjectName("picColor");

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include "core/env.h"
 #include "properties/ui_text.h"
 
 class QLineEdit;
@@ -15,7 +16,7 @@ class ColourBox;
 
 class frmHex2Color : public QWidget {
  public:
-  explicit frmHex2Color(QWidget* mainWindow);
+  frmHex2Color(QWidget* mainWindow, Env& env);
   static UiTexts& Texts();
 
   void Form_Load();

@@ -24,7 +24,12 @@
 #include "properties/colour_dialog.h"
 #include "properties/frm_create_recent.h"
 #include "properties/frm_hex2color.h"
+#include "properties/button_list.h"
+#include "properties/button_panel.h"
+#include "properties/frm_message.h"
 #include "properties/frm_multi_line_editor.h"
+#include "properties/frm_my_msg_box.h"
+#include "properties/global_panel.h"
 #include "properties/twips.h"
 #include "publish/export.h"
 #include "publish/sound.h"
@@ -84,21 +89,56 @@ bool frmMain::ShowMain() {
   return true;
 }
 
+std::vector<std::string*> frmMain::SectionTargets() {
+  std::vector<std::string*> out;
+  auto add = [&out](auto& table) {
+    for (auto& t : table) out.push_back(&t.text);
+  };
+  add(Texts());
+  add(ButtonList::Texts());
+  add(ButtonPanel::Texts());
+  add(GlobalPanel::Texts());
+  add(DesignMenuTexts());
+  add(frmMultiLineEditor::Texts());
+  add(frmMyMsgBox::Texts());
+  add(frmMessage::Texts());
+  LangTexts& m = Lang();
+  for (std::string* s : {&m.TitleText, &m.ButtonWord, &m.TooManyButtons}) out.push_back(s);
+  return out;
+}
+
 void frmMain::ChangeLang_frmMain() {
-  const std::string file = LangFilePath(env_, lang_);
-  std::string text;
-  if (!env_.fs.ReadFile(file, text)) {
-    env_.prompter.MsgBox("Language File: " + std::string(sQuote) + lang_.sLangFile + sQuote +
-                         " not found");
-    fWriteValue(env_, kSecLanguage, lang_.sLangName, "NO");
-    return;
-  }
-  std::vector<std::string> lines = ReadLanguageSection(text, "[frmMain]", 190);
-  // Two message texts hold several lines, written "\n" in the file.
-  for (std::string& l : lines) l = ReplaceAll(l, "\\n", sCRLF);
-  ReplaceByPosition(Texts(), lines);
+  auto lines = WindowLanguageLines(env_, lang_, "[frmMain]", FixedSectionLines("[frmMain]"));
+  if (!lines) return;
+  std::vector<std::string*> targets = SectionTargets();
+  // Message texts of several lines are written with "\n" in the file.
+  for (size_t k = 0; k < lines->size() && k < targets.size(); ++k)
+    *targets[k] = MessageLineText((*lines)[k]);
   ApplyTexts();
-  fWriteValue(env_, kSecLanguage, lang_.sLangName, "YES");
+  if (auto* bp = dynamic_cast<ButtonPanel*>(panel)) {
+    bp->ApplyTexts();
+    bp->List().ApplyTexts();
+  }
+  if (general) general->ApplyTexts();
+  const DesignTexts& d = DesignMenuTexts();
+  const std::pair<QAction*, const char*> entries[] = {
+      {mnuAlign ? mnuAlign->menuAction() : nullptr, "mnuAlign"},
+      {mnuAlign_Left, "mnuAlign_Left"},
+      {mnuAlign_Right, "mnuAlign_Right"},
+      {mnuAlign_Top, "mnuAlign_Top"},
+      {mnuAlign_Bottom, "mnuAlign_Bottom"},
+      {mnuAlign_Horizontal_Row, "mnuAlign_Horizontal_Row"},
+      {mnuAlign_Vertical_Column, "mnuAlign_Vertical_Column"},
+      {mnuGrid, "mnuGrid"},
+      {mnuLOCKED, "mnuLOCKED"},
+      {mnuRefresh, "mnuRefresh"}};
+  for (const auto& [action, name] : entries)
+    if (action) action->setText(DesignQText(d, name));
+  // Entries that other windows' levels add to this window's menus.
+  for (const char* name : {"mnuSurHTML", "mnuAppletPaths"})
+    if (auto* a = findChild<QAction*>(name)) a->setText(QTextOf(Texts(), name));
+  p_.sMainTitle = Lang().TitleText;
+  setWindowTitle(DisplayText(Lang().TitleText));
 }
 
 void frmMain::ShowDesign() {
@@ -391,7 +431,7 @@ void frmMain::ShowOnlyNewProject() { CreateRecent()->ShowOnlyNewProject(); }
 // --- Tools ----------------------------------------------------------------------
 
 frmHex2Color* frmMain::Hex2Color() {
-  if (!hex2color_) hex2color_ = new frmHex2Color(this);
+  if (!hex2color_) hex2color_ = new frmHex2Color(this, env_);
   return hex2color_;
 }
 

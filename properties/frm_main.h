@@ -49,6 +49,11 @@ class frmMain : public QMainWindow {
   frmMain(Project& p, Env& env);
   ~frmMain() override;
   static UiTexts& Texts();
+  // Line k of the "[frmMain]" section is the text *SectionTargets()[k-1]:
+  // the window's table, then the button list's, the button panel's, the
+  // Global Properties panel's, the design window's Edit menu entries, the
+  // small shared windows' and the shared message variables.
+  static std::vector<std::string*> SectionTargets();
 
   // What the model's routines tell the windows.
   ProjectView& View();

@@ -83,6 +83,8 @@ UiTexts& frmMain::Texts() {
       {"mnuWav2Au_ReadMe", "Wav to Au Converter &ReadMe"},
       {"mnuMakeHTML", "Make &HTML..."},
       {"btnBuild", "&Build..."},
+      {"mnuSurHTML", "&Surrounding HTML..."},
+      {"mnuAppletPaths", "Applet &Paths..."},
   };
   return t;
 }

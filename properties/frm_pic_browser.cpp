@@ -1,4 +1,5 @@
 #include "properties/frm_pic_browser.h"
+#include "properties/window_lang.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -85,6 +86,8 @@ UiTexts& frmPicBrowser::Texts() {
 
 frmPicBrowser::frmPicBrowser(QWidget* owner, Env& env) : QDialog(owner), env_(env) {
   setObjectName("frmPicBrowser");
+  // The heading is spelled so in every language file.
+  ApplyLanguageSection(env_, Texts(), "[frmPicBroser]");
   setModal(true);
   pool_.setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
   BuildControls();

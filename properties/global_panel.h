@@ -103,12 +103,15 @@ class GlobalPanel : public QObject {
  protected:
   bool eventFilter(QObject* watched, QEvent* e) override;
 
+ public:
+  // The texts of the tables shown again (after a language routine).
+  void ApplyTexts();
+
  private:
   void BuildControls();
   void BuildLayout();
   void BuildMenu();
   void Connect();
-  void ApplyTexts();
   void ShowUpdateHint(bool on);
   void ShowBgOffsetFor(int index);
   // The style list's selection set from code, without its own handler.

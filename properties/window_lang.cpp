@@ -2,12 +2,21 @@
 
 namespace kp {
 
-void ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
+size_t SectionLineCount(std::string_view heading, size_t tableSize) {
+  const size_t fixed = FixedSectionLines(heading);
+  return fixed ? fixed : tableSize;
+}
+
+bool ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
                           const std::string& heading) {
-  if (!LanguageApplies(env, lang)) return;
-  std::string text;
-  if (!env.fs.ReadFile(LangFilePath(env, lang), text)) return;
-  ReplaceByPosition(texts, ReadLanguageSection(text, heading, texts.size()));
+  auto lines = WindowLanguageLines(env, lang, heading, SectionLineCount(heading, texts.size()));
+  if (!lines) return false;
+  ReplaceByPosition(texts, *lines);
+  return true;
+}
+
+bool ApplyLanguageSection(Env& env, UiTexts& texts, const std::string& heading) {
+  return ApplyLanguageSection(env, LangInForce(), texts, heading);
 }
 
 }  // namespace kp

@@ -14,8 +14,16 @@ class QWidget;
 
 namespace kp {
 
-void ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
+// The lines a window's section holds: the fixed count of the format, else
+// the window's table.
+size_t SectionLineCount(std::string_view heading, size_t tableSize);
+
+// The window's language routine on its table (see WindowLanguageLines).
+// True when the file was read.
+bool ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
                           const std::string& heading);
+// The same with the settings in force.
+bool ApplyLanguageSection(Env& env, UiTexts& texts, const std::string& heading);
 
 // A child control made with its object name, so that tests and the
 // language routine find it.

@@ -32,8 +32,9 @@ class ToolsTest : public QObject {
   std::unique_ptr<ModalWatchdog> watchdog_;
 
   struct Hex {
+    test::TestEnv t;
     QWidget main;
-    frmHex2Color form{&main};
+    frmHex2Color form{&main, t.env};
     Hex() { form.show(); }
     QStringList Fields() const {
       return {form.txtHEX->text(), form.txtRED->text(), form.txtGREEN->text(),

@@ -100,5 +100,70 @@ TEST_F(LanguageTest, SectionTakesTheLinesAfterItsExactHeading) {
   EXPECT_TRUE(ReadLanguageSection(file, "[frmHex2Color]", 3).empty());
 }
 
+// A window's language routine on a two-text table, as the windows run it.
+std::vector<std::string> Routine(TestEnv& t, const std::string& heading, size_t count) {
+  LangSettings s;
+  auto lines = WindowLanguageLines(t.env, s, heading, count);
+  return lines ? *lines : std::vector<std::string>{"(not applied)"};
+}
+
+TEST_F(LanguageTest, AHeadingLineWithTrailingBlanksIsNotAHeading) {
+  TestEnv t;
+  t.home.write("english_lng", "[frmGrid]  \r\nGitter\r\n");
+  t.store.Set(kSecLanguage, "ENGLISH", "YES");
+  EXPECT_TRUE(Routine(t, "[frmGrid]", 1).empty());
+}
+
+TEST_F(LanguageTest, ASectionWithTooFewLinesTakesTheFollowingLinesAsItsOwn) {
+  TestEnv t;
+  t.home.write("english_lng", "[frmGrid]\r\nGitter\r\n[frmDesign]\r\nEntwurf\r\n");
+  t.store.Set(kSecLanguage, "ENGLISH", "YES");
+  EXPECT_EQ(Routine(t, "[frmGrid]", 3),
+            (std::vector<std::string>{"Gitter", "[frmDesign]", "Entwurf"}));
+}
+
+TEST_F(LanguageTest, AFileWithNoHeadingForAWindowLeavesThatWindowInEnglish) {
+  TestEnv t;
+  t.home.write("english_lng", "[frmDesign]\r\nEntwurf\r\n");
+  t.store.Set(kSecLanguage, "ENGLISH", "YES");
+  EXPECT_TRUE(Routine(t, "[frmGrid]", 13).empty());
+  EXPECT_EQ(t.store.Get(kSecLanguage, "ENGLISH"), "YES");
+}
+
+TEST_F(LanguageTest, TheRoutineDoesNothingUnlessTheLanguageSettingIsYes) {
+  TestEnv t;
+  t.home.write("english_lng", "[frmGrid]\r\nGitter\r\n");
+  t.store.Set(kSecLanguage, "ENGLISH", "NO");
+  EXPECT_EQ(Routine(t, "[frmGrid]", 1), std::vector<std::string>{"(not applied)"});
+  EXPECT_TRUE(t.prompter.shown.empty());
+}
+
+TEST_F(LanguageTest, AMissingLanguageFileIsReportedAndTheSettingBecomesNo) {
+  TestEnv t;
+  t.store.Set(kSecLanguage, "ENGLISH", "YES");
+  EXPECT_EQ(Routine(t, "[frmGrid]", 1), std::vector<std::string>{"(not applied)"});
+  ASSERT_EQ(t.prompter.shown.size(), 1u);
+  EXPECT_EQ(t.prompter.shown[0].text, "Language File: \"english_lng\" not found");
+  EXPECT_EQ(t.store.Get(kSecLanguage, "ENGLISH"), "NO");
+}
+
+TEST_F(LanguageTest, BackslashNInAMessageLineIsALineBreak) {
+  EXPECT_EQ(MessageLineText("one\\ntwo"), "one\r\ntwo");
+  EXPECT_EQ(MessageLineOf("one\r\ntwo"), "one\\ntwo");
+  EXPECT_EQ(MessageLineText(MessageLineOf("a\r\nb\r\nc")), "a\r\nb\r\nc");
+}
+
+TEST_F(LanguageTest, TheFixedSectionCountsAreTheFormats) {
+  EXPECT_EQ(FixedSectionLines("[frmMain]"), 190u);
+  EXPECT_EQ(FixedSectionLines("[frmGrid]"), 13u);
+  EXPECT_EQ(FixedSectionLines("[frmButtonSpecial]"), 20u);
+  EXPECT_EQ(FixedSectionLines("[frmHex2Color]"), 0u);
+}
+
+TEST_F(LanguageTest, ALanguageFileIsHeadingsAndLinesWithCrLf) {
+  EXPECT_EQ(LanguageFileText({{"[frmA]", {"x", "y"}}, {"[frmB]", {}}}),
+            "[frmA]\r\nx\r\ny\r\n[frmB]\r\n");
+}
+
 }  // namespace
 }  // namespace kp
