@@ -37,6 +37,29 @@ KP.Scene.prototype.surface = function (i) {
   return s;
 };
 
+// Surfaces for every button at its present size, cut from one buffer: a
+// bar of a thousand buttons then allocates once, not a thousand times. A
+// surface that changes size later gets a buffer of its own.
+KP.Scene.prototype.reserve = function () {
+  let total = 0;
+  const sizes = [];
+  for (let i = 1; i < this.buttons.length; ++i) {
+    const b = this.buttons[i];
+    const w = b && b.Width > 0 ? b.Width | 0 : 0, h = b && b.Height > 0 ? b.Height | 0 : 0;
+    sizes[i] = w && h ? [w, h] : [0, 0];
+    total += sizes[i][0] * sizes[i][1];
+  }
+  if (total <= 0 || total > (1 << 26)) return;
+  const pool = new Uint32Array(total);
+  let at = 0;
+  for (let i = 1; i < this.buttons.length; ++i) {
+    if (this.surfaces[i]) continue;
+    const [w, h] = sizes[i];
+    this.surfaces[i] = { w: w, h: h, px: pool.subarray(at, at + w * h), backColor: 0xFFFFFF, Left: 0, Top: 0 };
+    at += w * h;
+  }
+};
+
 KP.Scene.prototype.buttonCount = function () {
   return this.buttons.length - 1;
 };

@@ -228,6 +228,7 @@ const BarCore = class {
     }
     const scene = new KP.Scene(a, this.buttons, pictures, measure);
     scene.drawFrames = true;
+    scene.reserve();
     const down = a.DOWNBtn | 0;
     for (let i = 1; i <= this.count; i++) scene.state[i] = i === down ? BAR_DOWN : BAR_UP;
     if (down >= 1 && down <= this.count && this.buttons[down].Radio) this._checked = down;

@@ -344,3 +344,29 @@ test('a page frames a button with rings of the frame colour over its border; the
   page.redrawButton(1);
   pixelIs(page.surface(1), 19, 11, kGreen);
 });
+
+test('surfaces reserved from one buffer draw as separate ones and part when a button grows', () => {
+  const make = () => {
+    const a = button(1, 2, 2, 20, 10, kRed);
+    const b = button(2, 30, 2, 15, 12, kBlue);
+    b.BorderStyle = [undefined, 1, 1, 1];
+    b.BorderWidth = [undefined, 2, 2, 2];
+    b.BorderColor = [undefined, kGreen, kGreen, kGreen];
+    return scene(applet(60, 20), [a, b]);
+  };
+  const plainScene = make();
+  plainScene.redrawAll();
+  const pooled = make();
+  pooled.reserve();
+  assert.equal(pooled.surface(1).px.buffer, pooled.surface(2).px.buffer);
+  pooled.redrawAll();
+  for (const i of [1, 2]) assert.deepEqual(pooled.surface(i).px, plainScene.surface(i).px);
+  // Growing button 1 must not spill into button 2's pixels.
+  const before = Array.from(pooled.surface(2).px);
+  pooled.buttons[1].Width = 25;
+  pooled.redrawButton(1);
+  assert.equal(pooled.surface(1).w, 25);
+  assert.notEqual(pooled.surface(1).px.buffer, pooled.surface(2).px.buffer);
+  assert.deepEqual(Array.from(pooled.surface(2).px), before);
+  assert.deepEqual(pooled.compose(), (() => { plainScene.buttons[1].Width = 25; plainScene.redrawButton(1); return plainScene.compose(); })());
+});
