@@ -102,6 +102,18 @@ int LoadSession(Env& env, Session& s, const std::string& path, const Parsed& a) 
   return kOk;
 }
 
+// Copies that failed without a message box of their own (the copy loop
+// keeps some silent) are told here, so that no failure passes unsaid.
+bool TellCopyFailures(std::ostream& err, const std::string& command, const CopyReport& r) {
+  if (r.failed == 0) return false;
+  if (r.failed > r.reported)
+    for (const std::string& f : r.failures)
+      err << "kestrelpane-cli: " << command << ": not copied: " << f << "\n";
+  err << "kestrelpane-cli: " << command << ": " << r.failed
+      << (r.failed == 1 ? " file" : " files") << " could not be copied\n";
+  return true;
+}
+
 int Usage(std::ostream& err, const std::string& command, const std::string& text) {
   err << "kestrelpane-cli: " << command << ": " << text << "\n";
   return kUsage;
@@ -132,7 +144,7 @@ int Build(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out, s
   }
   if (r.result == BuildResult::WriteFailed) return kFailure;
   out << r.page << "\n";
-  return r.media.reported > 0 ? kFailure : kOk;
+  return TellCopyFailures(err, "build", r.media) ? kFailure : kOk;
 }
 
 int Replace(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out,
@@ -149,8 +161,9 @@ int Replace(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out,
   s.win.chkUpdateRequired = a.flags.count("--update-files") > 0;
   PublishContext c{s.p, env, s.st, s.txtHTML, s.win, s.state};
   if (!btnAutoReplaceHTML_Click(c)) return kFailure;
+  if (s.state.bReplaceFailed) return kFailure;
   out << s.win.txtAutoReplaceHTML_FileName << "\n";
-  return kOk;
+  return s.state.bReplaceIncomplete ? kFailure : kOk;
 }
 
 int Export(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out, std::ostream& err) {
@@ -166,7 +179,8 @@ int Export(Env& env, CliPrompter& prompter, const Parsed& a, std::ostream& out, 
     return kFailure;
   }
   out << r.path << "\n";
-  return r.saved && r.media.reported == 0 ? kOk : kFailure;
+  const bool copyFailed = TellCopyFailures(err, "export", r.media);
+  return r.saved && !copyFailed ? kOk : kFailure;
 }
 
 int Browsers(Env& env, CliPrompter&, const Parsed&, std::ostream& out, std::ostream&) {

@@ -15,6 +15,9 @@ struct IoStatus {
   // Failures that the program treats like "permission denied" or "copy onto
   // itself" (silenced in copy loops).
   bool permissionLike = false;
+  // The copy's source and target are one file: it is already where it
+  // should be, which is no failure of the copy loops.
+  bool sameFile = false;
   explicit operator bool() const { return ok; }
   static IoStatus Fail(std::string m, bool perm = false) { return {false, std::move(m), perm}; }
 };
@@ -33,6 +36,9 @@ enum class PathKind {
 struct PathInfo {
   PathKind kind = PathKind::Missing;
   long long size = 0;  // bytes, for a regular file
+  // A regular file whose owner took every write permission away: it is not
+  // replaced, whoever asks.
+  bool writeProtected = false;
 };
 
 class FileSystem {
@@ -45,8 +51,12 @@ class FileSystem {
   // for its writer).
   virtual PathInfo Inspect(const std::string& path) = 0;
   // Writes the whole content to a temporary file beside `path` and renames
-  // it over `path` only when complete: on failure the old file is untouched.
+  // it over `path` only when complete: on failure the old file is untouched
+  // and no temporary file is left. A write-protected file is not replaced;
+  // a symbolic link is written through to its target.
   virtual IoStatus WriteFileAtomic(const std::string& path, std::string_view data) = 0;
+  // The same for a copy: an interrupted or failed copy leaves the previous
+  // `to` as it was.
   virtual IoStatus CopyFile(const std::string& from, const std::string& to) = 0;
   virtual IoStatus RemoveFile(const std::string& path) = 0;
   virtual IoStatus MakeDir(const std::string& path) = 0;
@@ -57,6 +67,11 @@ class FileSystem {
   virtual std::vector<std::string> ListFiles(const std::string& dir) = 0;
   virtual IoStatus ChangeDir(const std::string& path) = 0;
 };
+
+// The steps of a write or copy on the real disk, each of which can fail
+// (a full disk, a lost medium): the temporary file made, one block written,
+// the data flushed, the temporary file renamed over the target.
+enum class DiskStep { Create, Write, Flush, Rename };
 
 // The real disk.
 class DiskFileSystem : public FileSystem {
@@ -71,7 +86,18 @@ class DiskFileSystem : public FileSystem {
   bool DirExists(const std::string& path) override;
   std::vector<std::string> ListFiles(const std::string& dir) override;
   IoStatus ChangeDir(const std::string& path) override;
+
+  // Called before each step; a failure is handled as the system's own
+  // would be. Tests override it to fail any step in turn.
+  virtual IoStatus BeforeStep(DiskStep /*step*/, const std::string& /*path*/) { return {}; }
 };
+
+// Our temporary files carry the writing process's id: "." + name + ".tmp-" +
+// pid. Removes those in `folder` whose process is gone (a kill or a crash
+// left them); the number removed.
+int RemoveStaleTemps(const std::string& folder);
+// The temporary name a write of `path` uses in this process.
+std::string TempPathFor(const std::string& path);
 
 // Fails with a message that says what the path is when it names something
 // that cannot be read whole: a folder, a device or pipe, a file larger than

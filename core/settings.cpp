@@ -110,8 +110,13 @@ void WriteRecent(Env& env, const std::string& path) {
   int last = found ? found : 4;
   for (int k = last; k >= 2; --k) e[k - 1] = e[k - 2];
   e[0] = path;
-  for (int k = 1; k <= 4; ++k)
-    if (!fWriteValue(env, kSecRecent, RecentKey(k), e[k - 1])) break;
+  // One change for the four entries: a run that ends half way through must
+  // not leave one project in the list twice.
+  std::vector<std::pair<std::string, std::string>> values;
+  for (int k = 1; k <= 4; ++k) values.emplace_back(RecentKey(k), e[k - 1]);
+  if (!env.store.SetMany(kSecRecent, values).empty())
+    env.prompter.MsgBox("Unable to write registry or .ini file value.", Buttons::OK, "fWriteValue",
+                        Icon::Critical);
   env.view.RecentChanged();
 }
 

@@ -2,6 +2,13 @@
 
 namespace kp {
 
+std::string SettingsStore::SetMany(const std::string& section,
+                                   const std::vector<std::pair<std::string, std::string>>& values) {
+  for (const auto& [key, value] : values)
+    if (std::string err = Set(section, key, value); !err.empty()) return err;
+  return "";
+}
+
 std::optional<std::string> MemorySettings::Get(const std::string& section, const std::string& key) {
   auto s = data.find(section);
   if (s == data.end()) return std::nullopt;

@@ -6,6 +6,8 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace kp {
 
@@ -17,6 +19,11 @@ class SettingsStore {
   // "" on success, otherwise the failure's text.
   virtual std::string Set(const std::string& section, const std::string& key,
                           const std::string& value) = 0;
+  // Several keys of one section as one change: a store kept in a file
+  // writes them in one write, so that no run ends between them. "" on
+  // success, otherwise the failure's text.
+  virtual std::string SetMany(const std::string& section,
+                              const std::vector<std::pair<std::string, std::string>>& values);
   // Deletes the section with every key and every section below it.
   // "" on success, otherwise the failure's text.
   virtual std::string RemoveSection(const std::string& section) = 0;

@@ -1,6 +1,10 @@
 #include "core/startup.h"
 
+#include <set>
+
 #include "core/conv.h"
+#include "core/folders.h"
+#include "core/fs.h"
 #include "core/settings.h"
 
 namespace kp {
@@ -58,7 +62,20 @@ SessionVars& InitSessionVars(Project& p, Env& env) {
   s.bAddJAR = TextToBool(GetParam(env, "bAddJAR"));
   p.bReady = true;
   p.bProjectSaved = true;
+  (void)RemoveLeftovers(env);
   return s;
+}
+
+int RemoveLeftovers(Env& env) {
+  const std::string write = EndBackslash(WriteFolder(env));
+  std::set<std::string> folders = {write + "AppletTemp", write + "Projects", write + "Export"};
+  for (const RecentEntry& e : GetRecent(env)) {
+    const std::string folder = GetFolder(e.path);
+    if (!folder.empty()) folders.insert(folder);
+  }
+  int removed = 0;
+  for (const std::string& folder : folders) removed += RemoveStaleTemps(folder);
+  return removed;
 }
 
 void mInitilize() { Lang().TitleText = std::string("Kestrel Pane") + " " + sPRJ_FILE_VERSION; }

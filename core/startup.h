@@ -59,6 +59,11 @@ SessionVars& Session();
 // true.
 SessionVars& InitSessionVars(Project& p, Env& env);
 
+// At start: removes the temporary files that killed runs of the program
+// left in AppletTemp, the Projects folder and the folders of the recent
+// projects (those of a process still running are kept). The number removed.
+int RemoveLeftovers(Env& env);
+
 // The message texts with their English defaults; the window title text is
 // the product name, a blank and the version.
 void mInitilize();

@@ -67,6 +67,12 @@ std::string QtSettingsStore::Set(const std::string& section, const std::string& 
   return Sync();
 }
 
+std::string QtSettingsStore::SetMany(
+    const std::string& section, const std::vector<std::pair<std::string, std::string>>& values) {
+  for (const auto& [key, value] : values) settings_->setValue(KeyPath(section, key), Latin1(value));
+  return Sync();
+}
+
 std::string QtSettingsStore::RemoveSection(const std::string& section) {
   // QSettings::remove("") would empty the whole store.
   if (section.empty()) return "No settings section given";

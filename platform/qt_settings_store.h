@@ -20,6 +20,8 @@ class QtSettingsStore : public SettingsStore {
   std::optional<std::string> Get(const std::string& section, const std::string& key) override;
   std::string Set(const std::string& section, const std::string& key,
                   const std::string& value) override;
+  std::string SetMany(const std::string& section,
+                      const std::vector<std::pair<std::string, std::string>>& values) override;
   std::string RemoveSection(const std::string& section) override;
 
   // The file behind the store (the native one or the INI file).

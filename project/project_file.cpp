@@ -472,7 +472,11 @@ bool SaveProject(Project& p, Env& env, const std::string& path, bool bKeepState,
   env.prompter.ProgressHide();
   if (!st) {
     env.prompter.MsgBox(
-        "Error Saving Buttons. File may be Read Only, Hidden or used by another application.",
+        // The reason follows the fixed text, so a full disk or a
+        // write-protected file is named as what it is.
+        std::string("Error Saving Buttons. File may be Read Only, Hidden or used by another "
+                    "application.") +
+            sCRLF + sCRLF + st.message,
         Buttons::OK, "", Icon::Critical);
     return false;
   }

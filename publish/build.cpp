@@ -20,7 +20,12 @@ std::string TwoLineEnds() { return std::string(sCRLF) + sCRLF; }
 // One failed copy: the message unless silenced, error 70 never.
 void OnCopyError(PublishContext& c, CopyPhase phase, const std::string& file, int button,
                  const std::string& to, const IoStatus& status, CopyReport& report) {
+  if (status.sameFile) {
+    ++report.skipped;
+    return;
+  }
   ++report.failed;
+  report.failures.push_back(file + ": " + status.message);
   const int number = CopyErrorNumber(c.env, file, to, status);
   // 70 is what a file copied onto itself gives: it is already where it
   // should be.
@@ -58,6 +63,14 @@ int UsedButtons(const Project& p) {
 }
 
 }  // namespace
+
+void CopyReport::Add(const CopyReport& o) {
+  copied += o.copied;
+  skipped += o.skipped;
+  failed += o.failed;
+  reported += o.reported;
+  failures.insert(failures.end(), o.failures.begin(), o.failures.end());
+}
 
 std::string PageText(const Project& p, const CodeBox& txtHTML) {
   std::string page;
@@ -179,9 +192,10 @@ void MakePathFolders(Env& env, const std::string& path) {
   MakeLongDir(env, EndBackslash(folder));
 }
 
-void Copy_Class_Files(PublishContext& c, const std::string& folder) {
+CopyReport Copy_Class_Files(PublishContext& c, const std::string& folder) {
+  CopyReport r;
   const std::string programFolder = EndBackslash(c.env.programFolder);
-  if (programFolder == folder) return;
+  if (programFolder == folder) return r;
   std::vector<std::string> names;
   for (const char* name : kClassFiles) {
     if (std::string(name) == "KestrelPane.jar" && !c.st.bAddJAR) continue;
@@ -192,8 +206,18 @@ void Copy_Class_Files(PublishContext& c, const std::string& folder) {
     const std::string from = programFolder + name;
     const std::string to = folder + name;
     if (from == to) continue;
-    (void)c.env.fs.CopyFile(from, to);
+    if (!c.env.fs.FileExists(from)) continue;
+    IoStatus s = c.env.fs.CopyFile(from, to);
+    if (s) {
+      ++r.copied;
+    } else if (s.sameFile) {
+      ++r.skipped;
+    } else {
+      ++r.failed;
+      r.failures.push_back(from + ": " + s.message);
+    }
   }
+  return r;
 }
 
 CopyReport Copy_Req_File(PublishContext& c, const std::string& pagePath) {
@@ -202,7 +226,7 @@ CopyReport Copy_Req_File(PublishContext& c, const std::string& pagePath) {
 
   const std::string classFolder = MakeRelative(base, p.CodeBase);
   if (!p.CodeBase.empty()) MakePathFolders(c.env, classFolder);
-  Copy_Class_Files(c, classFolder);
+  CopyReport classes = Copy_Class_Files(c, classFolder);
 
   // Pictures and sounds live below the code base, where the applet looks.
   const std::string codeBase = base + p.CodeBase;
@@ -214,6 +238,7 @@ CopyReport Copy_Req_File(PublishContext& c, const std::string& pagePath) {
     MakePathFolders(c.env, soundFolder);
   }
   CopyReport r = Copy_PixSnds_Files(c, imageFolder, soundFolder);
+  r.Add(classes);
   ShowFoldersNotice(c, false);
   return r;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/env.h"
 #include "core/model.h"
@@ -21,6 +22,10 @@ struct CopyReport {
   int skipped = 0;  // the file already lies where it should be
   int failed = 0;
   int reported = 0;
+  // One line per failed copy: the file and the system's reason, also for
+  // those that showed nothing, so that a caller can tell them all.
+  std::vector<std::string> failures;
+  void Add(const CopyReport& o);
 };
 
 enum class BuildResult {
@@ -52,9 +57,9 @@ CopyReport Copy_Req_File(PublishContext& c, const std::string& pagePath);
 void MakePathFolders(Env& env, const std::string& path);
 
 // KestrelPane.class, .cab, (with bAddJAR) .jar and (when PlayerWanted) the
-// player's .js from the program folder. Reports nothing: a missing file
-// goes unnoticed.
-void Copy_Class_Files(PublishContext& c, const std::string& folder);
+// player's .js from the program folder. Shows nothing: a missing file goes
+// unnoticed; a file that is there and could not be copied is counted.
+CopyReport Copy_Class_Files(PublishContext& c, const std::string& folder);
 
 // The background, then all pictures of all buttons, then all sounds. An
 // empty soundFolder sends the sounds to imageFolder.

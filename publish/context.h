@@ -66,6 +66,10 @@ struct PublishState {
   // Pages stay bare (no player element, no player file) whatever the
   // setting says; the command line's --no-player.
   bool bWithoutPlayer = false;
+  // The last replacement in a page: a step failed (its message was shown),
+  // or not every ticked applet was replaced. The command line's exit code.
+  bool bReplaceFailed = false;
+  bool bReplaceIncomplete = false;
 };
 
 struct PublishContext {

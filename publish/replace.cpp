@@ -40,6 +40,29 @@ bool ShowFailure(Env& env, const IoStatus& s) {
   return false;
 }
 
+// A page whose write permissions were all taken away is not replaced.
+IoStatus CheckPageWritable(Env& env, const std::string& path) {
+  if (env.fs.Inspect(path).writeProtected)
+    return IoStatus::Fail(path + " is write-protected (read-only): it was not overwritten");
+  return {};
+}
+
+// Ticked applets that were left as they were: said in so many words, so a
+// page that stayed unchanged is not taken for a replaced one.
+void ReportNotReplaced(PublishContext& c, const AutoReplacePage& page) {
+  const ReplaceOutcome& o = page.outcome;
+  if (o.notReplaced.empty()) return;
+  c.state.bReplaceIncomplete = true;
+  std::string rows;
+  for (int row : o.notReplaced) rows += (rows.empty() ? "" : ", ") + std::to_string(row);
+  std::string text = (o.notReplaced.size() == 1 ? "Applet " : "Applets ") + rows + " of " +
+                     std::string(sQuote) + page.sourcePath + sQuote +
+                     (o.notReplaced.size() == 1 ? " was" : " were") + " not replaced";
+  text += o.unclosed ? ": the page has an \"<applet\" without its closing \"</applet>\"."
+                     : ": the search passed over it after a longer applet was replaced.";
+  c.env.prompter.MsgBox(text, Buttons::OK, "", Icon::Exclamation);
+}
+
 }  // namespace
 
 std::string CountWord(int count) {
@@ -80,9 +103,72 @@ std::string NewAppletCode(const std::string& codeBox) {
   return "";
 }
 
+namespace {
+
+// The page text while applets are replaced: the part already rebuilt, then
+// the rest of the original page from `rest_`. Each replacement appends to
+// the rebuilt part instead of making the whole text anew, and positions are
+// those of the whole text, as if it had been rebuilt.
+class SplicedText {
+ public:
+  explicit SplicedText(const std::string& original) : orig_(original) {}
+
+  size_t find(std::string_view what, size_t from) const {
+    const size_t head = done_.size();
+    if (from < head) {
+      size_t p = done_.find(what, from);
+      if (p != std::string::npos) return p;
+      // A match that straddles the two parts.
+      const size_t s = std::max(from, head >= what.size() ? head - what.size() + 1 : 0);
+      std::string seam = done_.substr(s);
+      seam.append(orig_, rest_, what.size() - 1);
+      p = seam.find(what);
+      if (p != std::string::npos) return s + p;
+      from = head;
+    }
+    size_t p = orig_.find(what, rest_ + (from - head));
+    return p == std::string::npos ? p : head + (p - rest_);
+  }
+
+  // The whole text becomes [0, a) + code + [b, end).
+  void replace(size_t a, size_t b, const std::string& code) {
+    if (a > done_.size()) {
+      const size_t n = a - done_.size();
+      done_.append(orig_, rest_, n);
+      rest_ += n;
+    }
+    if (b <= done_.size()) {
+      std::string after = done_.substr(b);
+      done_.resize(a);
+      done_ += code;
+      done_ += after;
+    } else {
+      rest_ += b - done_.size();
+      done_.resize(a);
+      done_ += code;
+    }
+  }
+
+  std::string str() && {
+    done_.append(orig_, rest_, std::string::npos);
+    return std::move(done_);
+  }
+
+ private:
+  const std::string& orig_;
+  std::string done_;
+  size_t rest_ = 0;
+};
+
+}  // namespace
+
 std::string ReplaceTickedApplets(const std::string& pageText, const std::vector<bool>& ticked,
-                                 const std::string& newCode) {
-  std::string text = pageText;
+                                 const std::string& newCode, ReplaceOutcome* outcome) {
+  ReplaceOutcome local;
+  ReplaceOutcome& out = outcome ? *outcome : local;
+  out = {};
+  std::vector<bool> done(ticked.size(), false);
+  SplicedText text(pageText);
   size_t start = 0;
   size_t index = 0;
   for (;;) {
@@ -92,16 +178,23 @@ std::string ReplaceTickedApplets(const std::string& pageText, const std::vector<
     ++index;
     // Without a closing tag there is nothing to replace up to, and the
     // search ends.
-    if (e == std::string::npos) break;
+    if (e == std::string::npos) {
+      out.unclosed = true;
+      break;
+    }
     // The next search starts from this old end position, even after the
     // text before it changed length: an applet close behind a longer one
     // is then passed over.
     start = e;
     if (index > ticked.size() || !ticked[index - 1]) continue;
     if (newCode.empty()) continue;
-    text = text.substr(0, a) + newCode + text.substr(e + kCloseTag.size());
+    text.replace(a, e + kCloseTag.size(), newCode);
+    done[index - 1] = true;
+    ++out.replaced;
   }
-  return text;
+  for (size_t k = 0; k < ticked.size(); ++k)
+    if (ticked[k] && !done[k]) out.notReplaced.push_back(static_cast<int>(k) + 1);
+  return std::move(text).str();
 }
 
 std::string BackupPathFor(Env& env, const std::string& pagePath) {
@@ -208,10 +301,17 @@ bool BeginOperation(PublishContext& c, AutoReplacePage& page, const std::string&
 bool btnReplace_Click(PublishContext& c, AutoReplacePage& page) {
   Env& env = c.env;
   env.prompter.Busy(true);
+  c.state.bReplaceFailed = false;
+  c.state.bReplaceIncomplete = false;
   const bool ran = RunReplacement(c, page);
-  if (ran && ReplaceFileStep(c, page) && GetParam(env, "DontShowAutoRepConfirm") == "0")
-    Ready(c, static_cast<int>(page.rows.size()), CountTicked(page), page.sourcePath,
-          page.backupPath);
+  if (ran) {
+    const bool stored = ReplaceFileStep(c, page);
+    c.state.bReplaceFailed = !stored;
+    if (stored) ReportNotReplaced(c, page);
+    if (stored && GetParam(env, "DontShowAutoRepConfirm") == "0")
+      Ready(c, static_cast<int>(page.rows.size()), page.outcome.replaced, page.sourcePath,
+            page.backupPath);
+  }
   env.prompter.Busy(false);
   return ran;
 }
@@ -235,7 +335,8 @@ bool RunReplacement(PublishContext& c, AutoReplacePage& page) {
     return false;
   }
   page.bLoaded = false;
-  page.pageText = ReplaceTickedApplets(page.pageText, page.ticked, NewAppletCode(c.txtHTML.text));
+  page.pageText =
+      ReplaceTickedApplets(page.pageText, page.ticked, NewAppletCode(c.txtHTML.text), &page.outcome);
   if (PlayerWanted(c)) page.pageText = WithPlayerScript(page.pageText, c.p.CodeBase);
 
   const std::string folder = AppletTempFolder(env);
@@ -261,14 +362,28 @@ bool ReplaceFileStep(PublishContext& c, AutoReplacePage& page) {
   if (CountTicked(page) >= 1) {
     page.backupPath = BackupPathFor(env, page.sourcePath);
     // The page is intact until its backup exists.
+    // A write-protected page is refused before its backup is made.
+    if (IoStatus s = CheckPageWritable(env, page.sourcePath); !s) return ShowFailure(env, s);
     if (IoStatus s = env.fs.CopyFile(page.sourcePath, page.backupPath); !s)
       return ShowFailure(env, s);
-    if (IoStatus s = env.fs.RemoveFile(page.sourcePath); !s) return ShowFailure(env, s);
+    // The copy replaces the page in one step, so the page is never missing
+    // or half written, and a page that is a link stays a link to its file.
     if (IoStatus s = env.fs.CopyFile(page.tempPath, page.sourcePath); !s)
       return ShowFailure(env, s);
     if (IoStatus s = env.fs.RemoveFile(page.tempPath); !s) return ShowFailure(env, s);
   }
-  if (c.win.chkUpdateRequired) Copy_Req_File(c, page.sourcePath);
+  if (c.win.chkUpdateRequired) {
+    CopyReport r = Copy_Req_File(c, page.sourcePath);
+    if (r.failed > 0) {
+      // Failures the copy loop kept silent are still failures of the step.
+      if (r.failed > r.reported) {
+        std::string text = "Some files could not be copied beside the page:";
+        for (const std::string& f : r.failures) text += std::string(sCRLF) + f;
+        env.prompter.MsgBox(text, Buttons::OK, "", Icon::Critical);
+      }
+      return false;
+    }
+  }
   return true;
 }
 

@@ -12,6 +12,14 @@
 
 namespace kp {
 
+// What a replacement did: the applets it replaced, and the ticked rows
+// that were not (no closing tag, or passed over by the search).
+struct ReplaceOutcome {
+  int replaced = 0;
+  std::vector<int> notReplaced;  // row numbers from 1
+  bool unclosed = false;         // the search ended at an applet without "</applet>"
+};
+
 // frmAutoRepHTML_2: the page and the applets found in it.
 struct AutoReplacePage {
   std::string pageText;  // the whole file, byte for byte
@@ -22,6 +30,7 @@ struct AutoReplacePage {
   std::vector<std::string> rows;  // lstApplets: "<applet ...>..."
   std::vector<bool> ticked;
   std::string txtMSG;
+  ReplaceOutcome outcome;  // of the last replacement
 };
 
 // The word of the count message: "No", "One", ... for counts below 10 (the
@@ -40,9 +49,10 @@ std::string NewAppletCode(const std::string& codeBox);
 
 // Replaces the ticked applets (row k ticked: ticked[k - 1]) of a page text
 // by newCode. The search restarts from the replaced applet's old end, as
-// the program always has. Returns the new text.
+// the program always has. Returns the new text. Time linear in the page and
+// the new text.
 std::string ReplaceTickedApplets(const std::string& pageText, const std::vector<bool>& ticked,
-                                 const std::string& newCode);
+                                 const std::string& newCode, ReplaceOutcome* outcome = nullptr);
 
 // page.html -> page_backup.html, then page_backup1.html, ... whichever is
 // free first.

@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -245,6 +246,125 @@ TEST(DiskFileSystem, InspectTellsFilesFoldersAndOtherThingsApart) {
   EXPECT_TRUE(CheckReadable(fs, d.file("missing")));
   EXPECT_TRUE(CheckReadable(fs, d.file("a.kpn")));
   EXPECT_FALSE(CheckReadable(fs, "/dev/zero"));
+}
+
+
+std::vector<std::string> TempNamesIn(const std::string& dir) {
+  std::vector<std::string> names;
+  for (auto& e : std::filesystem::directory_iterator(dir))
+    if (e.path().filename().string().find(".tmp-") != std::string::npos)
+      names.push_back(e.path().filename().string());
+  return names;
+}
+
+// A copy over an older file, failed at each of its steps in turn: the older
+// file stays whole and no temporary file is left. The source is larger than
+// one block so that a failure can come between two blocks.
+TEST(DiskFileSystem, CopyFailedAtAnyStepLeavesThePreviousFileAndNoTemporary) {
+  TempDir d;
+  std::string big(200000, '\0');
+  for (size_t i = 0; i < big.size(); ++i) big[i] = static_cast<char>(i * 7);
+  d.write("new.gif", big);
+  test::FaultFs probe;
+  d.write("pic.gif", "previous");
+  ASSERT_TRUE(probe.CopyFile(d.file("new.gif"), d.file("pic.gif")));
+  const int total = probe.steps;
+  ASSERT_GE(total, 6);  // create, several blocks, flush, rename
+  for (int k = 0; k < total; ++k) {
+    d.write("pic.gif", "previous");
+    test::FaultFs fs;
+    fs.failAt = k;
+    IoStatus s = fs.CopyFile(d.file("new.gif"), d.file("pic.gif"));
+    EXPECT_FALSE(s) << fs.stepLog[k];
+    EXPECT_EQ(s.message, "No space left on device");
+    EXPECT_EQ(d.read("pic.gif"), "previous") << fs.stepLog[k];
+    EXPECT_TRUE(TempNamesIn(d.path()).empty()) << fs.stepLog[k];
+  }
+  EXPECT_EQ(d.read("pic.gif"), "previous");
+}
+
+TEST(DiskFileSystem, WriteFailedAtAnyStepLeavesThePreviousFileAndNoTemporary) {
+  TempDir d;
+  for (int k = 0; k < 4; ++k) {
+    d.write("a.kpn", "previous");
+    test::FaultFs fs;
+    fs.failAt = k;
+    EXPECT_FALSE(fs.WriteFileAtomic(d.file("a.kpn"), "new text"));
+    EXPECT_EQ(d.read("a.kpn"), "previous");
+    EXPECT_TRUE(TempNamesIn(d.path()).empty());
+  }
+  test::FaultFs fs;
+  EXPECT_TRUE(fs.WriteFileAtomic(d.file("a.kpn"), "new text"));
+  EXPECT_EQ(fs.steps, 4);
+  EXPECT_EQ(d.read("a.kpn"), "new text");
+}
+
+TEST(DiskFileSystem, WriteProtectedFileIsNotReplacedAndTheMessageSaysSo) {
+  TempDir d;
+  d.write("page.html", "kept");
+  d.write("src.gif", "new");
+  ::chmod(d.file("page.html").c_str(), 0444);
+  DiskFileSystem fs;
+  IoStatus w = fs.WriteFileAtomic(d.file("page.html"), "new");
+  EXPECT_FALSE(w);
+  EXPECT_NE(w.message.find("write-protected"), std::string::npos) << w.message;
+  IoStatus c = fs.CopyFile(d.file("src.gif"), d.file("page.html"));
+  EXPECT_FALSE(c);
+  EXPECT_NE(c.message.find("write-protected"), std::string::npos) << c.message;
+  EXPECT_EQ(d.read("page.html"), "kept");
+  struct stat st {};
+  ASSERT_EQ(::stat(d.file("page.html").c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 0777, 0444u);
+  EXPECT_TRUE(fs.Inspect(d.file("page.html")).writeProtected);
+  EXPECT_TRUE(TempNamesIn(d.path()).empty());
+}
+
+TEST(DiskFileSystem, WriteAndCopyGoThroughASymbolicLinkToItsTarget) {
+  TempDir d;
+  std::filesystem::create_directories(d.file("real"));
+  d.write("real/page.html", "old");
+  d.write("src.html", "copied");
+  std::filesystem::create_symlink("real/page.html", d.file("page.html"));
+  DiskFileSystem fs;
+  ASSERT_TRUE(fs.WriteFileAtomic(d.file("page.html"), "written"));
+  EXPECT_TRUE(std::filesystem::is_symlink(d.file("page.html")));
+  EXPECT_EQ(d.read("real/page.html"), "written");
+  ASSERT_TRUE(fs.CopyFile(d.file("src.html"), d.file("page.html")));
+  EXPECT_TRUE(std::filesystem::is_symlink(d.file("page.html")));
+  EXPECT_EQ(d.read("real/page.html"), "copied");
+}
+
+// The id of a process that has ended.
+long GonePid() {
+  pid_t child = ::fork();
+  if (child == 0) ::_exit(0);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return static_cast<long>(child);
+}
+
+TEST(DiskFileSystem, StaleTemporaryFilesOfGoneProcessesAreRemovedAndOthersKept) {
+  TempDir d;
+  const std::string gone = std::to_string(GonePid());
+  const std::string alive = std::to_string(static_cast<long>(::getppid()));
+  d.write(".a.kpn.tmp-" + gone, "partial");
+  d.write(".b.html.tmp-" + alive, "being written");
+  d.write("c.tmp-" + gone, "not ours: no leading dot");
+  d.write(".d.tmp-x" + gone, "not ours: no process id");
+  EXPECT_EQ(RemoveStaleTemps(d.path()), 1);
+  EXPECT_FALSE(std::filesystem::exists(d.file(".a.kpn.tmp-" + gone)));
+  EXPECT_TRUE(std::filesystem::exists(d.file(".b.html.tmp-" + alive)));
+  EXPECT_TRUE(std::filesystem::exists(d.file("c.tmp-" + gone)));
+  EXPECT_TRUE(std::filesystem::exists(d.file(".d.tmp-x" + gone)));
+}
+
+TEST(DiskFileSystem, TheFirstSaveIntoAFolderRemovesItsStaleTemporaryFiles) {
+  TempDir d;
+  const std::string stale = ".old.kpn.tmp-" + std::to_string(GonePid());
+  d.write(stale, "left by a killed run");
+  DiskFileSystem fs;
+  ASSERT_TRUE(fs.WriteFileAtomic(d.file("new.kpn"), "x"));
+  EXPECT_FALSE(std::filesystem::exists(d.file(stale)));
 }
 
 }  // namespace

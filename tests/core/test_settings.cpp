@@ -443,5 +443,46 @@ TEST(MyMsgBox, SettingStoredAsShowValueShows) {
   EXPECT_EQ(t.store.data[kSecParams]["Warn_Dot_in_TargetName"], "1");
 }
 
+
+// Counts how the store was written to.
+class CountingSettings : public MemorySettings {
+ public:
+  std::string Set(const std::string& s, const std::string& k, const std::string& v) override {
+    ++sets;
+    return MemorySettings::Set(s, k, v);
+  }
+  std::string SetMany(const std::string& s,
+                      const std::vector<std::pair<std::string, std::string>>& values) override {
+    ++batches;
+    batchSizes.push_back(values.size());
+    for (const auto& [k, v] : values) MemorySettings::Set(s, k, v);
+    return "";
+  }
+  int sets = 0, batches = 0;
+  std::vector<size_t> batchSizes;
+};
+
+TEST(WriteRecent, TheFourEntriesAreWrittenAsOneChange) {
+  test::TestEnv t;
+  CountingSettings store;
+  Env env{t.fs, store, t.prompter, t.view, t.home.path()};
+  WriteRecent(env, "/a.kpn");
+  WriteRecent(env, "/b.kpn");
+  EXPECT_EQ(store.sets, 0);
+  EXPECT_EQ(store.batches, 2);
+  EXPECT_EQ(store.batchSizes, (std::vector<size_t>{4, 4}));
+  ASSERT_EQ(GetRecent(env).size(), 2u);
+  EXPECT_EQ(GetRecent(env)[0].path, "/b.kpn");
+  EXPECT_EQ(GetRecent(env)[1].path, "/a.kpn");
+}
+
+TEST(WriteRecent, AFailedWriteSaysSoOnce) {
+  test::TestEnv t;
+  t.store.failWrites = true;
+  WriteRecent(t.env, "/a.kpn");
+  EXPECT_EQ(t.prompter.CountMsg(), 1);
+  EXPECT_EQ(t.prompter.Last().text, "Unable to write registry or .ini file value.");
+}
+
 }  // namespace
 }  // namespace kp

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "core/settings.h"
@@ -111,6 +114,29 @@ TEST(Startup, TitleTextIsProductNameBlankVersion) {
   mInitilize();
   EXPECT_EQ(Lang().TitleText, "Kestrel Pane 2.02");
   Lang() = saved;
+}
+
+}  // namespace
+}  // namespace kp
+
+namespace kp {
+namespace {
+
+TEST(RemoveLeftovers, StaleTemporaryFilesInAppletTempGoAtStart) {
+  test::TestEnv t;
+  std::filesystem::create_directories(t.home.file("AppletTemp"));
+  pid_t child = ::fork();
+  if (child == 0) ::_exit(0);
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  const std::string stale = t.home.file("AppletTemp/._AutoReplace_HTML.htm.tmp-") +
+                            std::to_string(static_cast<long>(child));
+  const std::string kept = t.home.file("AppletTemp/_AutoReplace_HTML.htm");
+  test::WriteBytes(stale, "partial");
+  test::WriteBytes(kept, "a page");
+  EXPECT_EQ(RemoveLeftovers(t.env), 1);
+  EXPECT_FALSE(std::filesystem::exists(stale));
+  EXPECT_TRUE(std::filesystem::exists(kept));
 }
 
 }  // namespace

@@ -420,7 +420,8 @@ TEST(ProjectFile, FailedSaveKeepsTheOldFileAndTheChangeMark) {
   EXPECT_EQ(t.home.read("p.kpn"), "old bytes");
   EXPECT_FALSE(p.bProjectSaved);
   EXPECT_EQ(t.prompter.Last().text,
-            "Error Saving Buttons. File may be Read Only, Hidden or used by another application.");
+            "Error Saving Buttons. File may be Read Only, Hidden or used by another application."
+            "\r\n\r\nPermission denied");
   EXPECT_EQ(ReadRecentRaw(t.env)[0], "-1");
 }
 

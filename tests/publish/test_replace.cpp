@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <random>
 
 #include "core/conv.h"
 #include "core/settings.h"
@@ -358,6 +359,62 @@ TEST(FindApplets, EachRowRunsFromTheTagToItsFirstGreaterThan) {
   EXPECT_EQ(FindApplets("a<applet x=1>b<applet>c<applet y"),
             (std::vector<std::string>{"<applet x=1>...", "<applet>..."}));
   EXPECT_TRUE(FindApplets("<Applet>").empty());
+}
+
+
+// The replacement as the text describes it, rebuilding the whole text for
+// each applet: what the faster one must equal, quirks included.
+std::string RebuildEachTime(const std::string& pageText, const std::vector<bool>& ticked,
+                            const std::string& newCode, int& replaced) {
+  std::string text = pageText;
+  size_t start = 0, index = 0;
+  replaced = 0;
+  for (;;) {
+    size_t a = text.find("<applet", start);
+    if (a == std::string::npos) break;
+    size_t e = text.find("</applet>", a);
+    ++index;
+    if (e == std::string::npos) break;
+    start = e;
+    if (index > ticked.size() || !ticked[index - 1] || newCode.empty()) continue;
+    text = text.substr(0, a) + newCode + text.substr(e + 9);
+    ++replaced;
+  }
+  return text;
+}
+
+TEST(ReplaceTickedApplets, EqualsRebuildingTheTextForEachAppletOnRandomPages) {
+  std::mt19937 rng(1234);
+  const std::vector<std::string> pieces = {"<applet", "</applet>", "<applet x>", "</applet>\n",
+                                           "a",       "bb\n",      "<",          "applet",
+                                           "</",      "t>"};
+  const std::vector<std::string> codes = {"", "<APPLET>\r\n</APPLET>", "<applet>", "<app",
+                                          "</applet>", std::string(40, 'n'),
+                                          "<applet><applet>\n</applet>"};
+  for (int round = 0; round < 4000; ++round) {
+    std::string page;
+    const int n = static_cast<int>(rng() % 24);
+    for (int k = 0; k < n; ++k) page += pieces[rng() % pieces.size()];
+    std::vector<bool> ticked(rng() % 8);
+    for (size_t k = 0; k < ticked.size(); ++k) ticked[k] = rng() % 3 != 0;
+    const std::string& code = codes[rng() % codes.size()];
+    int expectedCount = 0;
+    const std::string expected = RebuildEachTime(page, ticked, code, expectedCount);
+    ReplaceOutcome outcome;
+    ASSERT_EQ(ReplaceTickedApplets(page, ticked, code, &outcome), expected)
+        << "page: " << page << "\ncode: " << code;
+    EXPECT_EQ(outcome.replaced, expectedCount) << page;
+  }
+}
+
+TEST(ReplaceTickedApplets, TellsWhichTickedAppletsWereLeftAndWhy) {
+  ReplaceOutcome o;
+  const std::string page = "<applet a>\n</applet>\n<applet b>\n";
+  EXPECT_EQ(ReplaceTickedApplets(page, {true, true}, "<APPLET>\n</APPLET>", &o),
+            "<APPLET>\n</APPLET>\n<applet b>\n");
+  EXPECT_EQ(o.replaced, 1);
+  EXPECT_EQ(o.notReplaced, std::vector<int>{2});
+  EXPECT_TRUE(o.unclosed);
 }
 
 }  // namespace

@@ -108,6 +108,13 @@ IoStatus FaultFs::WriteFileAtomic(const std::string& path, std::string_view data
   return DiskFileSystem::WriteFileAtomic(path, data);
 }
 
+IoStatus FaultFs::BeforeStep(DiskStep step, const std::string& path) {
+  static const char* const kNames[] = {"create", "write", "flush", "rename"};
+  stepLog.push_back(std::string(kNames[static_cast<int>(step)]) + " " + path);
+  if (steps++ == failAt) return IoStatus::Fail("No space left on device");
+  return {};
+}
+
 IoStatus FaultFs::CopyFile(const std::string& from, const std::string& to) {
   if (failCopy.count(from) || failCopy.count(to)) return IoStatus::Fail("Permission denied", true);
   return DiskFileSystem::CopyFile(from, to);

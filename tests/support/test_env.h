@@ -91,6 +91,14 @@ class FaultFs : public DiskFileSystem {
   IoStatus CopyFile(const std::string& from, const std::string& to) override;
   PathInfo Inspect(const std::string& path) override;
 
+  // Every step of every write and copy on the disk, counted from 0; the
+  // one numbered failAt fails as a full disk would, after the steps before
+  // it really ran.
+  IoStatus BeforeStep(DiskStep step, const std::string& path) override;
+  int failAt = -1;
+  int steps = 0;
+  std::vector<std::string> stepLog;  // "write /path", one a step
+
   std::set<std::string> failRead, failWrite, failCopy;
   // What Inspect reports for a path instead of the disk's answer: a pipe,
   // a device or a huge file without making one.
