@@ -41,7 +41,8 @@ listing=$(dpkg-deb -c "$deb")
 paths=$(awk '{print $6}' <<<"$listing" | sed 's|^\./|/|; s|/$||')
 has() { grep -qxF "$1" <<<"$paths" || fail "the package lacks $1"; }
 for p in /usr/bin/kestrelpane /usr/bin/kestrelpane-cli /usr/lib/kestrelpane/w2a \
-         /usr/share/kestrelpane/KestrelPane.js /usr/share/kestrelpane/Tools/W2A/w2a \
+         /usr/share/kestrelpane/KestrelPane.js /usr/share/kestrelpane/english_lng \
+         /usr/share/kestrelpane/Help/index.htm /usr/share/kestrelpane/Tools/W2A/w2a \
          /usr/share/applications/kestrelpane.desktop /usr/share/mime/packages/kestrelpane.xml \
          /usr/share/icons/hicolor/scalable/apps/kestrelpane.svg \
          /usr/share/icons/hicolor/48x48/apps/kestrelpane.png \
