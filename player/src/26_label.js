@@ -21,11 +21,17 @@ KP.PrintTop = function (Y, TH) {
 // The set pixels of a glyph mask as offsets, worked out once a mask.
 function glyphPoints(g) {
   if (g._points) return g._points;
-  const pts = [];
-  for (let y = 0; y < g.height; ++y)
-    for (let x = 0; x < g.width; ++x)
-      if (g.bits[y * g.width + x]) pts.push(g.originX + x, g.originY + y);
-  const out = Int32Array.from(pts);
+  let n = 0;
+  for (let k = 0; k < g.bits.length; ++k) if (g.bits[k]) ++n;
+  const out = new Int32Array(2 * n);
+  let at = 0;
+  for (let y = 0; y < g.height; ++y) {
+    for (let x = 0; x < g.width; ++x) {
+      if (!g.bits[y * g.width + x]) continue;
+      out[at++] = g.originX + x;
+      out[at++] = g.originY + y;
+    }
+  }
   try {
     Object.defineProperty(g, '_points', { value: out, enumerable: false });
   } catch (e) {
