@@ -54,16 +54,38 @@ KP.unescapeName = function (s) {
 // Integers are plain decimal; anything else reads as 0, as a bad number
 // never stops the bar.
 function decInt(s) {
-  if (s === undefined || !/^[+-]?\d+$/.test(s)) return 0;
-  const v = parseInt(s, 10);
-  return Number.isFinite(v) ? v : 0;
+  if (s === undefined) return 0;
+  const n = s.length;
+  let i = 0, neg = false;
+  if (n > 0) {
+    const c = s.charCodeAt(0);
+    if (c === 43 || c === 45) {
+      neg = c === 45;
+      i = 1;
+    }
+  }
+  if (i >= n) return 0;
+  // A thousand buttons bring ninety thousand fields: no regular expression.
+  let v = 0;
+  for (; i < n; ++i) {
+    const d = s.charCodeAt(i) - 48;
+    if (d < 0 || d > 9) return 0;
+    v = v * 10 + d;
+  }
+  return neg ? -v : v;
 }
 
 // Colours are written red, green, blue with leading zeros dropped; the
 // model keeps red in the low byte.
 KP.parseColour = function (s) {
-  if (!s || !/^[0-9A-Fa-f]{1,6}$/.test(s)) return 0;
-  const v = parseInt(s, 16);
+  if (!s || s.length > 6) return 0;
+  let v = 0;
+  for (let i = 0; i < s.length; ++i) {
+    const c = s.charCodeAt(i);
+    const d = c >= 48 && c <= 57 ? c - 48 : c >= 65 && c <= 70 ? c - 55 : c >= 97 && c <= 102 ? c - 87 : -1;
+    if (d < 0) return 0;
+    v = v * 16 + d;
+  }
   return ((v >> 16) & 255) | (v & 0xff00) | ((v & 255) << 16);
 };
 const decColour = KP.parseColour;

@@ -165,3 +165,15 @@ test('decodeApplet reads the worked example applet record', () => {
   assert.deepEqual([a.AppletWidth, a.AppletHeight], [420, 180]);
   assert.equal(a.iABorderStyle, 0);
 });
+
+test('numbers are an optional sign and decimal digits; anything else reads as 0', () => {
+  const field = (v) => {
+    const fields = new Array(91).fill('0');
+    fields[0] = v;
+    return KP.decodeButton(fields.join('|') + '|', 1).x;
+  };
+  assert.equal(field('15'), 15);
+  assert.equal(field('-20'), -20);
+  assert.equal(field('+7'), 7);
+  for (const bad of ['', '-', '+', '1.5', '1e3', ' 4', '4 ', '0x10', 'abc']) assert.equal(field(bad), 0, bad);
+});
