@@ -223,6 +223,37 @@ KP.CanvasMeasure.prototype.Glyphs = function (font, text) {
   return g;
 };
 
+// A line's glyphs as each character's own glyphs and their pen positions:
+// [[dx, glyphs], ...]. Printing these one by one gives the pixels of
+// Glyphs(font, text) without putting a mask together for every new label.
+KP.CanvasMeasure.prototype.GlyphRuns = function (font, text) {
+  if (!text) return [];
+  const face = this.face(font);
+  if (!face.runs) face.runs = new Map();
+  let runs = face.runs.get(text);
+  if (runs) return runs;
+  if (face.runs.size > 8192) face.runs.clear();
+  this.setFont(face);
+  if (!face.chars) face.chars = new Map();
+  runs = [];
+  let pen = 0;
+  for (const ch of text) {
+    const a = this.advance(face, ch);
+    if (ch !== SOFT_HYPHEN) {
+      let g = face.chars.get(ch);
+      if (!g) {
+        g = this.rasteriseRun(face, ch);
+        face.chars.set(ch, g);
+        this.setFont(face);
+      }
+      if (g.width) runs.push([pen, g]);
+    }
+    pen += a;
+  }
+  face.runs.set(text, runs);
+  return runs;
+};
+
 // Glyphs are drawn SAMPLES times larger, and a pixel is printed when the
 // drawing covers the point that stands for it, as an unantialiased
 // rasteriser decides by the pixel's centre; the point lies a sixteenth of a

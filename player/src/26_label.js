@@ -40,6 +40,29 @@ function glyphPoints(g) {
   return out;
 }
 
+// A line's glyphs, character by character where the measure offers that.
+function printRuns(measure, font, shown) {
+  if (measure.GlyphRuns) return measure.GlyphRuns(font, shown);
+  return [[0, measure.Glyphs(font, shown)]];
+}
+
+// The runs [[dx, glyphs], ...] of a line printed at every stamp, in order.
+KP.StampRuns = function (dst, runs, stamps) {
+  if (runs.length === 1 && runs[0][0] === 0) {
+    KP.StampGlyphs(dst, runs[0][1], stamps);
+    return;
+  }
+  // Each stamp is one colour, so its characters may go in any order;
+  // stamps keep theirs, a later one covering an earlier one.
+  const one = [null];
+  for (const st of stamps) {
+    for (const [dx, g] of runs) {
+      one[0] = { x: st.x + dx, y: st.y, colour: st.colour };
+      KP.StampGlyphs(dst, g, one);
+    }
+  }
+};
+
 // The same glyphs printed at every stamp {x, y, colour}, in order, a later
 // print covering an earlier one.
 KP.StampGlyphs = function (dst, g, stamps) {
@@ -61,7 +84,7 @@ function labelFont(FontName, FontSize, Bold, Italic) {
 
 function setupPrint(measure, s, font) {
   const shown = KP.LabelDisplayText(s);
-  return { TH: Math.fround(measure.TextHeight(font, shown)), glyphs: measure.Glyphs(font, shown) };
+  return { TH: Math.fround(measure.TextHeight(font, shown)), runs: printRuns(measure, font, shown) };
 }
 
 // One line with its text cell's left at X and its top three quarters of
@@ -69,7 +92,7 @@ function setupPrint(measure, s, font) {
 KP.drawString = function (surface, measure, s, X, Y, FontName, FontSize, Color, Bold, Italic) {
   if (!s) return;
   const ps = setupPrint(measure, s, labelFont(FontName, FontSize, Bold, Italic));
-  KP.StampGlyphs(surface, ps.glyphs, [{ x: X, y: KP.PrintTop(Y, ps.TH), colour: Color }]);
+  KP.StampRuns(surface, ps.runs, [{ x: X, y: KP.PrintTop(Y, ps.TH), colour: Color }]);
 };
 
 // The text border of one line: the line printed at every offset around
@@ -115,7 +138,7 @@ KP.drawTFrame = function (surface, measure, s, X, Y, Thick, Color, Light, Shade,
     error = e;
   }
   // What was printed before an error stays printed.
-  if (s) KP.StampGlyphs(surface, ps.glyphs, stamps);
+  if (s) KP.StampRuns(surface, ps.runs, stamps);
   if (error) throw error;
 };
 

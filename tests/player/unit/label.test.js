@@ -206,3 +206,18 @@ test('the canvas measure adds whole-pixel advances and asks for the resolved fam
   assert.match(doc.ctx.font, /^italic 13px "Times New Roman"/);
   assert.equal(m.TextWidth({ name: 'Arial', size: 13 }, ''), 0);
 });
+
+test('a line printed character by character gives the pixels of its whole mask, the last stamp on top', () => {
+  const { KP: P } = require('./draw_fixture.js');
+  const mask = (w, h, ox, oy, on) => ({ width: w, height: h, originX: ox, originY: oy, bits: Uint8Array.from(on) });
+  const a = mask(2, 2, 0, -1, [1, 0, 1, 1]);
+  const b = mask(2, 1, 0, 0, [1, 1]);
+  // The same two characters as one mask: a at pen 0, b at pen 1 (overlapping a).
+  const whole = mask(3, 2, 0, -1, [1, 0, 0, 1, 1, 1]);
+  const stamps = [{ x: 2, y: 3, colour: 0x0000ff }, { x: 3, y: 3, colour: 0x00ff00 }, { x: 2, y: 4, colour: 0xff0000 }];
+  const bySteps = P.newSurface(8, 8, 0xffffff);
+  P.StampRuns(bySteps, [[0, a], [1, b]], stamps);
+  const together = P.newSurface(8, 8, 0xffffff);
+  P.StampGlyphs(together, whole, stamps);
+  assert.deepEqual(Array.from(bySteps.px), Array.from(together.px));
+});
