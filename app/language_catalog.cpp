@@ -9,14 +9,14 @@
 #include "design/design_texts.h"
 #include "properties/frm_advanced.h"
 #include "properties/frm_applet_dialogs.h"
-#include "properties/frm_button_special.h"
+#include "properties/frm_button_effects.h"
 #include "properties/frm_create_recent.h"
 #include "properties/frm_hex2color.h"
 #include "properties/frm_main.h"
 #include "properties/frm_pic_browser.h"
 #include "properties/frm_publish_dialogs.h"
 #include "properties/frm_set_action.h"
-#include "properties/frm_special.h"
+#include "properties/frm_applet_behaviour.h"
 
 namespace kp {
 

@@ -60,7 +60,7 @@ class XdgAssociation : public FileAssociation {
   std::vector<std::string> systemDataDirs_;
 };
 
-// The folders of an $XDG_DATA_DIRS value; the specification's default
+// The folders of an $XDG_DATA_DIRS value; the desktop's usual default
 // when it is empty. No trailing separators; relative entries are dropped.
 std::vector<std::string> DataDirsFrom(const std::string& xdgDataDirs);
 

@@ -29,7 +29,7 @@ std::string Env_(const char* name) {
 }
 
 std::string UserFolderOf(const FolderInputs& in) {
-  // The base directory specification ignores a relative XDG_DATA_HOME.
+  // A relative XDG_DATA_HOME counts as unset, as desktop programs treat it.
   std::string base = !in.dataHome.empty() && in.dataHome.front() == '/'
                          ? in.dataHome
                          : in.userHome + "/.local/share";

@@ -24,11 +24,11 @@
 #include "properties/colour_dialog.h"
 #include "properties/frm_advanced.h"
 #include "properties/frm_applet_dialogs.h"
-#include "properties/frm_button_special.h"
+#include "properties/frm_button_effects.h"
 #include "properties/frm_main.h"
 #include "properties/frm_pic_browser.h"
 #include "properties/frm_set_action.h"
-#include "properties/frm_special.h"
+#include "properties/frm_applet_behaviour.h"
 #include "properties/window_lang.h"
 #include "render/scene.h"
 

@@ -31,7 +31,7 @@
 #include "properties/frm_pic_browser.h"
 #include "properties/frm_set_action.h"
 #include "properties/frm_applet_dialogs.h"
-#include "properties/frm_button_special.h"
+#include "properties/frm_button_effects.h"
 #include "properties/global_panel.h"
 #include "design/colour_box.h"
 #include "core/conv.h"

@@ -1,4 +1,4 @@
-#include "properties/frm_special.h"
+#include "properties/frm_applet_behaviour.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,4 +1,4 @@
-#include "properties/frm_button_special.h"
+#include "properties/frm_button_effects.h"
 
 #include <QComboBox>
 #include <QEvent>

@@ -13,7 +13,7 @@
 #include "design/colour_box.h"
 #include "design/frm_design.h"
 #include "properties/button_panel.h"
-#include "properties/frm_button_special.h"
+#include "properties/frm_button_effects.h"
 #include "properties/frm_main.h"
 #include "properties/global_panel.h"
 #include "render/scene.h"
@@ -284,4 +284,4 @@ class ButtonSpecialTest : public QObject {
 };
 
 QTEST_MAIN(ButtonSpecialTest)
-#include "test_button_special.moc"
+#include "test_button_effects.moc"
