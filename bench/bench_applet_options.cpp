@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "bench/fixture.h"
+#include "bench/gui_main.h"
 #include "properties/applet_options.h"
 #include "render/scene.h"
 #include "render/text.h"
@@ -94,14 +95,4 @@ BENCHMARK(BM_BgOffset1001)->Unit(benchmark::kMillisecond);
 }  // namespace
 }  // namespace kp::bench
 
-// Text needs the GUI library's fonts: a QGuiApplication, offscreen.
-int main(int argc, char** argv) {
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  int qtArgc = 1;
-  QGuiApplication app(qtArgc, argv);
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}
+int main(int argc, char** argv) { return kp::bench::RunWithFonts(argc, argv); }

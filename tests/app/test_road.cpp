@@ -95,6 +95,28 @@ std::string RecordWithout(tButton b, const tButton& was) {
 
 QRect RectOf(const tButton& b) { return QRect(b.x, b.y, b.Width, b.Height); }
 
+// A copy of the demo project in a folder of its own, a settings file as an
+// earlier session left it (no start dialog, no association offer) plus the
+// lines a test adds, and the arguments that start the designer on it.
+struct DemoSession {
+  test::TempDir work;
+  std::string projects = work.path() + "/Projects";
+  std::string file = projects + "/Demo.kpn";
+  std::string ini = work.file("settings/kestrelpane.ini");
+  std::string bin = std::filesystem::path(ExecutablePath()).parent_path().string();
+
+  explicit DemoSession(const std::string& moreSettings) {
+    CopySampleProjects(projects);
+    std::filesystem::create_directories(work.path() + "/settings");
+    std::ofstream out(ini);
+    out << "[2.02]\n"
+           "Params\\DontShow_frm_Create_Recent=1\n"
+           "Params\\DontAskToAssociate=1\n"
+        << moreSettings;
+  }
+  std::vector<std::string> Args() const { return {"--home", bin, "--settings", ini, file}; }
+};
+
 }  // namespace
 
 class RoadTest : public QObject {
@@ -302,22 +324,15 @@ class RoadTest : public QObject {
   }
 
   void anOverProgramAndADownPictureChosenInTheirWindowsSurviveSaveAndReopen() {
-    test::TempDir work;
-    const std::string projects = work.path() + "/Projects";
-    CopySampleProjects(projects);
-    const std::string file = projects + "/Demo.kpn";
-    const std::string ini = work.file("settings/kestrelpane.ini");
-    const std::string bin = std::filesystem::path(ExecutablePath()).parent_path().string();
-    std::filesystem::create_directories(work.path() + "/settings");
+    DemoSession d("");
     {
-      std::ofstream out(ini);
-      out << "[2.02]\n"
-             "Params\\DontShow_frm_Create_Recent=1\n"
-             "Params\\DontAskToAssociate=1\n"
-             "Params\\sSearchImagesFolder="
-          << projects << "\n";
+      std::ofstream(d.ini, std::ios::app) << "Params\\sSearchImagesFolder=" << d.projects << "\n";
     }
-    const std::vector<std::string> args = {"--home", bin, "--settings", ini, file};
+    const std::string& projects = d.projects;
+    const std::string& file = d.file;
+    const std::string& ini = d.ini;
+    const std::string& bin = d.bin;
+    const std::vector<std::string> args = d.Args();
     const std::string program = "5 News 2 FF8000;6 200;10 News 3 100;";
     const std::string arrow = projects + "/demo_arrow.gif";
     std::map<int, std::string> saved;
@@ -428,22 +443,14 @@ class RoadTest : public QObject {
              qPrintable(out));
   }
   void appletOptionsAndAnOverTextBorderCopiedToAllStatesSurviveSaveReopenAndRender() {
-    test::TempDir work;
-    const std::string projects = work.path() + "/Projects";
-    CopySampleProjects(projects);
-    const std::string file = projects + "/Demo.kpn";
-    const std::string ini = work.file("settings/kestrelpane.ini");
-    const std::string bin = std::filesystem::path(ExecutablePath()).parent_path().string();
-    std::filesystem::create_directories(work.path() + "/settings");
-    {
-      // The plain file dialog picks pictures in this session.
-      std::ofstream out(ini);
-      out << "[2.02]\n"
-             "Params\\DontShow_frm_Create_Recent=1\n"
-             "Params\\DontAskToAssociate=1\n"
-             "Params\\chk_RegPixDlgBox=1\n";
-    }
-    const std::vector<std::string> args = {"--home", bin, "--settings", ini, file};
+    // The plain file dialog picks pictures in this session.
+    DemoSession d("Params\\chk_RegPixDlgBox=1\n");
+    test::TempDir& work = d.work;
+    const std::string& projects = d.projects;
+    const std::string& file = d.file;
+    const std::string& ini = d.ini;
+    const std::string& bin = d.bin;
+    const std::vector<std::string> args = d.Args();
     const std::string star = projects + "/demo_star.gif";
     int count = 0;
     {
