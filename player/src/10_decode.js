@@ -149,17 +149,27 @@ KP.decodeApplet = function (value, width, height) {
   };
 };
 
-// Three fields, one a state, starting at field `first`, every `step`.
-function decTri(f, first, step, conv) {
-  return [undefined, conv(f(first)), conv(f(first + step)), conv(f(first + 2 * step))];
+// Three fields, one a state, starting at field `first` (1-based), every
+// `step`. Called ninety times a button while the page waits, so no
+// closures: the fields are read straight from the array.
+function decTri(fields, first, step, conv) {
+  const a = fields[first - 1], b = fields[first - 1 + step], c = fields[first - 1 + 2 * step];
+  return [undefined, conv(a === undefined ? '' : a), conv(b === undefined ? '' : b),
+    conv(c === undefined ? '' : c)];
+}
+
+function decOn(s) {
+  return decInt(s) !== 0;
+}
+
+function decBits(flags, a, b, c) {
+  return [undefined, (flags & a) !== 0, (flags & b) !== 0, (flags & c) !== 0];
 }
 
 KP.decodeButton = function (value, index) {
   const fields = KP.unpack(String(value || ''));
   const f = (k) => (fields[k - 1] === undefined ? '' : fields[k - 1]);
   const flags = decInt(f(5));
-  const bit = (v) => (flags & v) !== 0;
-  const bits = (a, b, c) => [undefined, bit(a), bit(b), bit(c)];
   const text = KP.unescapeText;
   const name = f(91);
   return {
@@ -169,42 +179,42 @@ KP.decodeButton = function (value, index) {
     y: decInt(f(2)),
     Width: decInt(f(3)),
     Height: decInt(f(4)),
-    ShowHand: bit(1),
-    Radio: bit(2),
-    Hidden: bit(32),
-    noBackGround: bits(4, 8, 16),
-    TFrameLight: bits(64, 128, 256),
-    TFrameLeftToRight: bits(512, 1024, 2048),
-    SoundStop: bits(4096, 8192, 16384),
-    SoundLoop: bits(32768, 65536, 131072),
-    FontColor: decTri(f, 6, 1, decColour),
-    BorderColor: decTri(f, 9, 2, decColour),
-    BackColor: decTri(f, 10, 2, decColour),
-    TFrameColor: decTri(f, 15, 1, decColour),
-    FadeColor: decTri(f, 18, 1, decColour),
-    FrameColor: decTri(f, 21, 1, decColour),
-    PositionText: decTri(f, 24, 1, (s) => decInt(s) !== 0),
-    LabelPosX: decTri(f, 27, 2, decInt),
-    LabelPosY: decTri(f, 28, 2, decInt),
-    Font: decTri(f, 33, 1, decFont),
-    TFrameShade: decTri(f, 36, 1, decInt),
-    FontStyle: decTri(f, 39, 1, decInt),
-    FadeStyle: decTri(f, 42, 1, decInt),
-    TFrameThick: decTri(f, 45, 1, decInt),
-    FrameThick: decTri(f, 48, 1, decInt),
-    ImgX: decTri(f, 51, 2, decInt),
-    ImgY: decTri(f, 52, 2, decInt),
-    ImgStyle: decTri(f, 57, 1, decInt),
-    BorderStyle: decTri(f, 60, 1, decInt),
-    BorderWidth: decTri(f, 63, 1, decInt),
-    BorderShade: decTri(f, 66, 1, decInt),
-    FontSize: decTri(f, 69, 1, decInt),
-    Label: decTri(f, 72, 1, text),
+    ShowHand: (flags & 1) !== 0,
+    Radio: (flags & 2) !== 0,
+    Hidden: (flags & 32) !== 0,
+    noBackGround: decBits(flags, 4, 8, 16),
+    TFrameLight: decBits(flags, 64, 128, 256),
+    TFrameLeftToRight: decBits(flags, 512, 1024, 2048),
+    SoundStop: decBits(flags, 4096, 8192, 16384),
+    SoundLoop: decBits(flags, 32768, 65536, 131072),
+    FontColor: decTri(fields, 6, 1, decColour),
+    BorderColor: decTri(fields, 9, 2, decColour),
+    BackColor: decTri(fields, 10, 2, decColour),
+    TFrameColor: decTri(fields, 15, 1, decColour),
+    FadeColor: decTri(fields, 18, 1, decColour),
+    FrameColor: decTri(fields, 21, 1, decColour),
+    PositionText: decTri(fields, 24, 1, decOn),
+    LabelPosX: decTri(fields, 27, 2, decInt),
+    LabelPosY: decTri(fields, 28, 2, decInt),
+    Font: decTri(fields, 33, 1, decFont),
+    TFrameShade: decTri(fields, 36, 1, decInt),
+    FontStyle: decTri(fields, 39, 1, decInt),
+    FadeStyle: decTri(fields, 42, 1, decInt),
+    TFrameThick: decTri(fields, 45, 1, decInt),
+    FrameThick: decTri(fields, 48, 1, decInt),
+    ImgX: decTri(fields, 51, 2, decInt),
+    ImgY: decTri(fields, 52, 2, decInt),
+    ImgStyle: decTri(fields, 57, 1, decInt),
+    BorderStyle: decTri(fields, 60, 1, decInt),
+    BorderWidth: decTri(fields, 63, 1, decInt),
+    BorderShade: decTri(fields, 66, 1, decInt),
+    FontSize: decTri(fields, 69, 1, decInt),
+    Label: decTri(fields, 72, 1, text),
     URL: text(f(75)),
     Status: text(f(76)),
     Target: text(f(77)),
-    Image: decTri(f, 78, 1, text),
-    Snd: decTri(f, 81, 1, text),
+    Image: decTri(fields, 78, 1, text),
+    Snd: decTri(fields, 81, 1, text),
     ProgramUP: f(84),
     ProgramLEAVE: f(85),
     ProgramOVER: f(86),

@@ -132,14 +132,26 @@ KP.CanvasMeasure = function (doc) {
 };
 
 KP.CanvasMeasure.prototype.face = function (font) {
+  // A bar's labels mostly share one font, and a label asks for its face
+  // several times: the last one answers without building a key.
+  const last = this.lastFace;
+  if (last && last.name === font.name && last.size === font.size && last.bold === !!font.bold &&
+    last.italic === !!font.italic) return last.face;
   const key = font.name + '\x1f' + font.size + (font.bold ? 'b' : '-') + (font.italic ? 'i' : '-');
   let face = this.faces.get(key);
-  if (face) return face;
-  if (this.faces.size > 256) this.faces.clear();
+  if (face) {
+    this.lastFace = { name: font.name, size: font.size, bold: !!font.bold, italic: !!font.italic, face: face };
+    return face;
+  }
+  if (this.faces.size > 256) {
+    this.faces.clear();
+    this.lastFace = null;
+  }
   const px = Math.max(1, font.size | 0);
   const ctx = this.ctx;
   const css = cssFontOf(font);
   const big = css.replace(/\d+px/, METRIC_EM + 'px');
+  this.fontOn = null;
   ctx.font = big;
   if ('fontKerning' in ctx) ctx.fontKerning = 'none';
   const mb = ctx.measureText('Hg');
@@ -167,10 +179,15 @@ KP.CanvasMeasure.prototype.face = function (font) {
     glyphs: new Map(),
   };
   this.faces.set(key, face);
+  this.lastFace = { name: font.name, size: font.size, bold: !!font.bold, italic: !!font.italic, face: face };
   return face;
 };
 
+// Setting a canvas font parses it: skipped while the face's font is on.
+// Whoever puts another font on the context clears `fontOn`.
 KP.CanvasMeasure.prototype.setFont = function (face) {
+  if (this.fontOn === face) return;
+  this.fontOn = face;
   const ctx = this.ctx;
   ctx.font = face.css;
   if ('fontKerning' in ctx) ctx.fontKerning = 'none';
@@ -335,6 +352,7 @@ KP.CanvasMeasure.prototype.rasteriseRun = function (face, text) {
   const h = face.ascent + face.descent + 2 * pad;
   const S = SAMPLES;
   const ctx = this.ctx;
+  this.fontOn = null;
   ctx.font = face.large;
   if ('fontKerning' in ctx) ctx.fontKerning = 'none';
   // Each glyph stands at the whole-pixel pen position a hinted layout
