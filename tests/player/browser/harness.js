@@ -13,8 +13,19 @@ const BIN = process.env.KP_BIN_DIR || path.join(ROOT, 'build/bin');
 const CLI = path.join(BIN, 'kestrelpane-cli');
 const CHROMIUM = process.env.KP_CHROMIUM || '/usr/bin/chromium';
 
+// Temporary folders live as long as the test process; a run leaves none.
+const madeDirs = [];
+process.on('exit', () => {
+  if (process.env.KP_KEEP_TEMP) return;
+  for (const d of madeDirs) {
+    try { fs.rmSync(d, { recursive: true, force: true }); } catch (e) { /* already gone */ }
+  }
+});
+
 function tempDir(prefix) {
-  return fs.mkdtempSync(path.join(os.tmpdir(), prefix || 'kp-player-'));
+  const d = fs.mkdtempSync(path.join(os.tmpdir(), prefix || 'kp-player-'));
+  madeDirs.push(d);
+  return d;
 }
 
 // The command-line program with its own settings file, so runs repeat.
