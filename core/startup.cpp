@@ -5,6 +5,7 @@
 #include "core/conv.h"
 #include "core/folders.h"
 #include "core/fs.h"
+#include "core/messages.h"
 #include "core/settings.h"
 
 namespace kp {
@@ -40,7 +41,7 @@ std::string FindProjectFile(Env& env, const std::string& name) {
 std::string LongPathName(const std::string& path) { return path; }
 
 std::string NotFoundText(const std::string& commandLine) {
-  return "File: " + commandLine + sCRLF + "Not found. Error # 21-01";
+  return SharedText("sCommandFileNotFound", {commandLine});
 }
 
 SessionVars& Session() {
@@ -73,11 +74,20 @@ int RemoveLeftovers(Env& env) {
     const std::string folder = GetFolder(e.path);
     if (!folder.empty()) folders.insert(folder);
   }
+  // Pages are replaced, and projects exported, in folders of the user's
+  // choosing: a run killed there left its half-written backups and copies.
+  for (const char* key : {"sLastReplacedFolder", "sExportFolder", "sProjectsPath"}) {
+    const std::string folder = GetParam(env, key);
+    if (!folder.empty()) folders.insert(folder);
+  }
   int removed = 0;
   for (const std::string& folder : folders) removed += RemoveStaleTemps(folder);
   return removed;
 }
 
-void mInitilize() { Lang().TitleText = std::string("Kestrel Pane") + " " + sPRJ_FILE_VERSION; }
+void mInitilize() {
+  Lang().TitleText = std::string("Kestrel Pane") + " " + sPRJ_FILE_VERSION;
+  ResetSharedMessages();
+}
 
 }  // namespace kp

@@ -60,8 +60,9 @@ SessionVars& Session();
 SessionVars& InitSessionVars(Project& p, Env& env);
 
 // At start: removes the temporary files that killed runs of the program
-// left in AppletTemp, the Projects folder and the folders of the recent
-// projects (those of a process still running are kept). The number removed.
+// left in AppletTemp, the Projects and Export folders, the folders of the
+// recent projects and those of the last replaced page, export and project
+// dialog (those of a process still running are kept). The number removed.
 int RemoveLeftovers(Env& env);
 
 // The message texts with their English defaults; the window title text is

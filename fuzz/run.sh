@@ -7,7 +7,7 @@ seconds=${1:-120}
 CC=clang-14 CXX=clang++-14 cmake -S . -B build-fuzz -G Ninja -DKP_FUZZ=ON -DKP_WITH_QT=OFF \
   -DKP_TESTS=OFF -DKP_BENCH=OFF >/dev/null
 cmake --build build-fuzz
-for name in project record actions; do
+for name in project record actions replace settings; do
   mkdir -p "build-fuzz/corpus/$name"
   echo "== fuzz_$name for ${seconds}s"
   build-fuzz/bin/fuzz_$name -max_total_time="$seconds" -print_final_stats=1 \

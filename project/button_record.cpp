@@ -1,6 +1,7 @@
 #include "project/button_record.h"
 
 #include "core/conv.h"
+#include "core/messages.h"
 #include "core/settings.h"
 #include "project/button_line.h"
 #include "project/fields.h"
@@ -22,12 +23,23 @@ std::string ButtonRecordText(const tButton& b) {
 
 namespace {
 
-RecordResult RestoreDamagedDefault(Env& env) {
-  env.prompter.MsgBox(
-      "Registry settings are currupted. Program will try to restore previous settings.");
-  env.store.Set(kSecParams, "sDefaultBtn", kBuiltInDefaultButton);
-  env.prompter.MsgBox("Settings restored. Please restart the program.");
-  return RecordResult::ProcessEnds;
+// Restored: the process ends, as it always has. Not restored (a store that
+// cannot be written): asking for a restart would only show the same damage
+// again, so the built-in record is held in memory and the run goes on.
+bool RestoreDamagedDefault(Env& env) {
+  env.prompter.MsgBox(SharedText("sRegistryCorrupted"));
+  std::string failure = env.store.Set(kSecParams, "sDefaultBtn", kBuiltInDefaultButton);
+  // Only a restore that reached the disk makes a restart worth asking for.
+  if (failure.empty()) failure = env.store.Flush();
+  if (failure.empty()) {
+    env.store.Release(kSecParams, "sDefaultBtn");
+    env.prompter.MsgBox(SharedText("sSettingsRestored"));
+    return true;
+  }
+  env.store.Hold(kSecParams, "sDefaultBtn", "-1");
+  env.prompter.MsgBox(SharedText("sDefaultRecordNotWritten", {env.store.Where(), failure}),
+                      Buttons::OK, "", Icon::Critical);
+  return false;
 }
 
 }  // namespace
@@ -54,7 +66,13 @@ RecordResult MakeDefaultButtonDeferred(Project& p, Env& env, int i, bool keepNum
     if (no >= 4 && no <= 6) ++labelsSeen;
     return ApplyRecordButtonField(b, no, f, builtIn);
   });
-  if (!ok) return RestoreDamagedDefault(env);
+  if (!ok) {
+    if (RestoreDamagedDefault(env)) return RecordResult::ProcessEnds;
+    // A damaged clipboard stays unpasted; the button takes the default,
+    // whose every field overwrites what the damaged text had applied.
+    if (!key.empty()) env.store.Hold(kSecParams, name, "-1");
+    return MakeDefaultButtonDeferred(p, env, i, keepNumberName, "", labelsPending);
+  }
 
   // The free name is only worked out where it is used: it costs a pass over
   // every button.
@@ -71,8 +89,14 @@ RecordResult MakeDefaultButtonDeferred(Project& p, Env& env, int i, bool keepNum
 bool WriteToREgistry(Project& p, Env& env, int i, const std::string& key) {
   std::string failure = env.store.Set(kSecParams, key.empty() ? "sDefaultBtn" : key,
                                       ButtonRecordText(p.button(i)));
-  if (failure.empty()) return true;
-  env.prompter.MsgBox("Error on WriteToREgistry(" + std::to_string(i) + ")" + sCRLF + failure);
+  const std::string name = key.empty() ? "sDefaultBtn" : key;
+  if (failure.empty()) {
+    env.store.Release(kSecParams, name);
+    return true;
+  }
+  env.prompter.MsgBox(SharedText("sWriteToRegistryError", {std::to_string(i), failure}));
+  // The copy still works until the program ends.
+  env.store.Hold(kSecParams, name, ButtonRecordText(p.button(i)));
   return false;
 }
 
