@@ -12,6 +12,7 @@
 #include "core/folders.h"
 #include "core/fs.h"
 #include "core/launcher.h"
+#include "core/messages.h"
 #include "platform/qt_settings_store.h"
 #include "publish/browsers.h"
 #include "properties/qt_prompter.h"
@@ -47,13 +48,25 @@ int main(int argc, char** argv) {
   kp::Program program(fs, *store, prompter, association, folders.programFolder, &launcher);
   program.env().userFolder = folders.userFolder;
   kp::PrepareUserFolder(program.env());
-  program.endProcess = [](int code) { std::_Exit(code); };
+  // The settings file is written once a command, when its event is done; a
+  // write nobody waits for reports its failure here.
+  store->onWriteFailure = [&prompter](const std::string&) {
+    prompter.MsgBox(kp::SharedText("sWriteValueFailed"), kp::Buttons::OK, "fWriteValue",
+                    kp::Icon::Critical);
+  };
+  program.endProcess = [&store](int code) {
+    store->Flush();
+    std::_Exit(code);
+  };
   // This desktop has no registry: the two registry detections find nothing.
   program.detectBrowsers = [](kp::Env& env) {
     kp::DetectBrowsers(env, [](const std::string&, const std::string&) { return std::string(); },
                        kp::BrowserSearch::FromEnvironment());
   };
   int rc = program.Main(opt.commandLine);
-  if (rc >= 0) return rc;
-  return app.exec();
+  if (rc < 0) rc = app.exec();
+  const std::string failure = store->Flush();
+  if (!failure.empty()) store->onWriteFailure(failure);
+  store->onWriteFailure = nullptr;
+  return rc;
 }

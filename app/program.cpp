@@ -5,6 +5,7 @@
 #include "app/frm_ask_to_associate.h"
 #include "app/frm_browser_setup.h"
 #include "app/html_windows.h"
+#include "app/language_catalog.h"
 #include "core/settings.h"
 #include "core/startup.h"
 #include "project/project_file.h"
@@ -35,6 +36,7 @@ void Program::DrainEvents() { QCoreApplication::processEvents(); }
 
 int Program::Main(const std::string& commandLine) {
   if (!VersionSelfTest(sPRJ_FILE_VERSION)) env_.prompter.MsgBox(kVersionWrongText);
+  ReportSettingsProblem(env_);
 
   lang_ = GET_LANG_SETTINGS(env_);
 
@@ -66,6 +68,7 @@ int Program::Main(const std::string& commandLine) {
   view_.hideHTML = [this] { html_->HideHTMLWindow(); };
   view_.target = &main_->View();
   if (!main_->ShowMain()) return 3;
+  ApplyPublishLanguage(env_, lang_);
   DrainEvents();
 
   OfferAssociation();

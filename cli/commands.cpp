@@ -154,10 +154,8 @@ struct Command {
   int (*fnErr)(Env&, const std::vector<std::string>&, std::ostream&, std::ostream&) = nullptr;
 };
 
-}  // namespace
-
-int Run(Env& env, CliPrompter& prompter, const std::string& command,
-        const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int RunOne(Env& env, CliPrompter& prompter, const std::string& command,
+           const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
   if (int rc = RunPublish(env, prompter, command, args, out, err); rc != kNotPublishCommand)
     return rc;
   static const std::map<std::string, Command> kCommands = {
@@ -176,6 +174,15 @@ int Run(Env& env, CliPrompter& prompter, const std::string& command,
     return kUsage;
   }
   return c.fnErr ? c.fnErr(env, args, out, err) : c.fn(env, args, out);
+}
+
+}  // namespace
+
+int Run(Env& env, CliPrompter& prompter, const std::string& command,
+        const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+  // A run is one operation: its settings are written once, as it ends.
+  SettingsBatch batch(env.store);
+  return RunOne(env, prompter, command, args, out, err);
 }
 
 }  // namespace kp::cli

@@ -13,7 +13,10 @@
 #include "cli/commands.h"
 #include "core/folders.h"
 #include "core/launcher.h"
+#include "core/messages.h"
 #include "core/model.h"
+#include "core/settings.h"
+#include "core/startup.h"
 #include "platform/qt_settings_store.h"
 
 namespace {
@@ -95,9 +98,20 @@ int main(int argc, char** argv) {
   const kp::Folders folders = kp::ResolveFolders(home);
   kp::Env env{fs, *store, prompter, view, folders.programFolder, &launcher};
   env.userFolder = folders.userFolder;
+  // The run is one operation: the settings file is written once, as it
+  // ends, whatever the start-up and the command changed.
+  store->BeginBatch();
+  kp::ReportSettingsProblem(env);
+  // Each run is a start: what killed runs left is cleared as the designer
+  // clears it.
+  kp::RemoveLeftovers(env);
   // Whichever program comes first makes the user's folder, with its samples.
   kp::PrepareUserFolder(env);
   std::vector<std::string> rest(args.begin() + static_cast<long>(i) + 1, args.end());
   auto gui = GuiFor(args[i], argc, argv);
-  return kp::cli::Run(env, prompter, args[i], rest, std::cout, std::cerr);
+  const int rc = kp::cli::Run(env, prompter, args[i], rest, std::cout, std::cerr);
+  if (!store->EndBatch().empty())
+    prompter.MsgBox(kp::SharedText("sWriteValueFailed"), kp::Buttons::OK, "fWriteValue",
+                    kp::Icon::Critical);
+  return rc;
 }

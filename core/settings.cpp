@@ -3,6 +3,7 @@
 #include <map>
 
 #include "core/conv.h"
+#include "core/messages.h"
 
 namespace kp {
 
@@ -26,22 +27,35 @@ std::string SizesSection(const std::string& formName) { return kSecSizes + "/" +
 
 std::string fReadValue(Env& env, const std::string& section, const std::string& key,
                        const std::string& def) {
+  if (std::optional<std::string> held = env.store.Held(section, key)) return *held;
   std::optional<std::string> v = env.store.Get(section, key);
   return v ? *v : def;
 }
 
 bool fWriteValue(Env& env, const std::string& section, const std::string& key,
                  const std::string& value) {
-  if (env.store.Set(section, key, value).empty()) return true;
-  env.prompter.MsgBox("Unable to write registry or .ini file value.", Buttons::OK, "fWriteValue",
-                      Icon::Critical);
+  if (env.store.Set(section, key, value).empty()) {
+    env.store.Release(section, key);
+    return true;
+  }
+  env.prompter.MsgBox(SharedText("sWriteValueFailed"), Buttons::OK, "fWriteValue", Icon::Critical);
   return false;
 }
 
 bool fDeleteKey(Env& env, const std::string& section) {
   if (env.store.RemoveSection(section).empty()) return true;
-  env.prompter.MsgBox("Unable to delete registry key.", Buttons::OK, "fDeleteKey", Icon::Critical);
+  env.prompter.MsgBox(SharedText("sDeleteKeyFailed"), Buttons::OK, "fDeleteKey", Icon::Critical);
   return false;
+}
+
+bool ReportSettingsProblem(Env& env) {
+  const std::string problem = env.store.ReadProblem();
+  if (problem.empty()) return false;
+  env.prompter.MsgBox(problem + sCRLF +
+                          "The built-in settings apply until the program ends; changes are not "
+                          "written to the file.",
+                      Buttons::OK, "Settings", Icon::Exclamation);
+  return true;
 }
 
 std::string ParamDefault(const Env& env, const std::string& key) {
@@ -115,7 +129,7 @@ void WriteRecent(Env& env, const std::string& path) {
   std::vector<std::pair<std::string, std::string>> values;
   for (int k = 1; k <= 4; ++k) values.emplace_back(RecentKey(k), e[k - 1]);
   if (!env.store.SetMany(kSecRecent, values).empty())
-    env.prompter.MsgBox("Unable to write registry or .ini file value.", Buttons::OK, "fWriteValue",
+    env.prompter.MsgBox(SharedText("sWriteValueFailed"), Buttons::OK, "fWriteValue",
                         Icon::Critical);
   env.view.RecentChanged();
 }
@@ -159,7 +173,7 @@ ResetResult ResetSettings(Env& env, bool quiet) {
   if (quiet) {
     sections = {kSecParams, kSecSizes};
   } else {
-    if (env.prompter.MsgBox("Reset KestrelPane 2.02 registry?", Buttons::YesNo, "",
+    if (env.prompter.MsgBox(SharedText("sResetAsk"), Buttons::YesNo, "",
                             Icon::Question) != Answer::Yes)
       return ResetResult::Declined;
     sections = {kSecVersion};
@@ -167,7 +181,7 @@ ResetResult ResetSettings(Env& env, bool quiet) {
   for (const std::string& s : sections) {
     std::string err = env.store.RemoveSection(s);
     if (!err.empty()) {
-      env.prompter.MsgBox("Error: " + err, Buttons::OK, "", Icon::Critical);
+      env.prompter.MsgBox(SharedText("sErrorColon", {err}), Buttons::OK, "", Icon::Critical);
       return ResetResult::Failed;
     }
   }

@@ -30,6 +30,11 @@ bool fWriteValue(Env& env, const std::string& section, const std::string& key,
                  const std::string& value);
 bool fDeleteKey(Env& env, const std::string& section);
 
+// Tells the user, once at start-up, that the settings could not be read
+// (an unreadable file, one that is no settings file) and that the program
+// goes on with the built-in ones. False when there is nothing to tell.
+bool ReportSettingsProblem(Env& env);
+
 // The documented default of a key of the Params section ("" when none).
 std::string ParamDefault(const Env& env, const std::string& key);
 // A key of the Params section, with its documented default. "bAddJAR"

@@ -4,9 +4,47 @@ namespace kp {
 
 std::string SettingsStore::SetMany(const std::string& section,
                                    const std::vector<std::pair<std::string, std::string>>& values) {
+  BeginBatch();
   for (const auto& [key, value] : values)
-    if (std::string err = Set(section, key, value); !err.empty()) return err;
-  return "";
+    if (std::string err = Set(section, key, value); !err.empty()) {
+      EndBatch();
+      return err;
+    }
+  return EndBatch();
+}
+
+std::string SettingsStore::EndBatch() {
+  if (batchDepth_ == 0 || --batchDepth_ > 0) return "";
+  return Flush();
+}
+
+std::string SettingsStore::Flush() {
+  if (!pending_) return "";
+  pending_ = false;
+  ++writes_;
+  return Persist();
+}
+
+std::string SettingsStore::Changed() {
+  pending_ = true;
+  if (batchDepth_ > 0 || Defer()) return "";
+  return Flush();
+}
+
+void SettingsStore::Hold(const std::string& section, const std::string& key,
+                         const std::string& value) {
+  held_[{section, key}] = value;
+}
+
+void SettingsStore::Release(const std::string& section, const std::string& key) {
+  held_.erase({section, key});
+}
+
+std::optional<std::string> SettingsStore::Held(const std::string& section,
+                                               const std::string& key) const {
+  auto it = held_.find({section, key});
+  if (it == held_.end()) return std::nullopt;
+  return it->second;
 }
 
 std::optional<std::string> MemorySettings::Get(const std::string& section, const std::string& key) {
@@ -21,7 +59,7 @@ std::string MemorySettings::Set(const std::string& section, const std::string& k
                                 const std::string& value) {
   if (failWrites) return "Access is denied.";
   data[section][key] = value;
-  return "";
+  return Changed();
 }
 
 std::string MemorySettings::RemoveSection(const std::string& section) {
@@ -33,7 +71,7 @@ std::string MemorySettings::RemoveSection(const std::string& section) {
     else
       ++it;
   }
-  return "";
+  return Changed();
 }
 
 }  // namespace kp

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/conv.h"
+#include "core/messages.h"
 #include "project/button_record.h"
 
 namespace kp {
@@ -25,21 +26,13 @@ PlacementGaps GapsFor(bool bAlignXY, i16 iGridX, i16 iGridY) {
   return {iGridX, iGridY};
 }
 
-std::string Warning101Text() {
-  const std::string n = sCRLF;
-  return "Warning! Creation of more then 100 buttons requires a lot of RAM!" + n + n +
-         "If you still need more buttons either use several applets (button projects)" + n +
-         "and put then into a single HTML file," + n +
-         "or make sure you have enough available memory." + n + n +
-         "Please save your project frequently to avoid possible data loss!" + n + n +
-         "Click OK to create more buttons, or Cancel to stop.";
-}
+std::string Warning101Text() { return SharedText("sWarning101"); }
 
 bool ConfirmMoreButtons(const Project& p, Env& env) {
   // Asked once on the way up: a user who went past 101 is not asked again.
   if (p.ButtonCount != 101) return true;
-  return env.prompter.MsgBox(Warning101Text(), Buttons::OKCancelDefaultCancel, kWarning101Title,
-                             Icon::Exclamation) != Answer::Cancel;
+  return env.prompter.MsgBox(Warning101Text(), Buttons::OKCancelDefaultCancel,
+                             SharedText("sWarning101Title"), Icon::Exclamation) != Answer::Cancel;
 }
 
 Placement NewButtonPlacement(const Project& p, int previous, NextPlacement& next,
@@ -78,7 +71,7 @@ Placement DuplicatePlacement(const Project& p, i16 x, i16 y) {
 }
 
 std::string AddFailedText(const std::string& description) {
-  return std::string("Error on btnDuplicate_Click()") + sCRLF + description;
+  return SharedText("sAddFailed", {description});
 }
 
 ListResult AddButton(Project& p, Env& env, NextPlacement& next, PlacementGaps gaps) {
@@ -155,10 +148,10 @@ bool PasteOverCurrent(Project& p, Env& env) {
 
 void MakeDefaultButtonFromCurrent(Project& p, Env& env) {
   if (p.ButtonCount == 0 || !IsButton(p, p.iCurBtn)) {
-    env.prompter.MsgBox(kNothingSelected);
+    env.prompter.MsgBox(SharedText("sNothingSelected"));
     return;
   }
-  if (WriteToREgistry(p, env, p.iCurBtn, "")) env.prompter.MsgBox(kDefaultMadeText);
+  if (WriteToREgistry(p, env, p.iCurBtn, "")) env.prompter.MsgBox(SharedText("sDefaultMade"));
 }
 
 EditMenuState EditMenuStateOf(const Project& p, int selectedRows, const std::string& deleteWord) {

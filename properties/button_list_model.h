@@ -29,7 +29,6 @@ PlacementGaps GapsFor(bool bAlignXY, i16 iGridX, i16 iGridY);
 
 // --- The warning at 101 buttons -----------------------------------------------
 
-inline constexpr const char* kWarning101Title = "Warning!";
 std::string Warning101Text();
 // At exactly 101 buttons, asks whether to go on (Cancel is the default).
 // True when the operation goes on.
@@ -88,9 +87,6 @@ bool PasteOverCurrent(Project& p, Env& env);
 // Make default: "Nothing selected" with no current button; else the record
 // of iCurBtn becomes the default one, and the user is told.
 void MakeDefaultButtonFromCurrent(Project& p, Env& env);
-inline constexpr const char* kNothingSelected = "Nothing selected";
-inline constexpr const char* kDefaultMadeText =
-    "Properties of this button will be used to create new ones.";
 
 // --- The Edit menu ------------------------------------------------------------------
 

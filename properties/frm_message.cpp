@@ -88,14 +88,14 @@ void frmMessage::ShowMessage(const QString& caption, const QString& message, QWi
   repaint();
 }
 
-void frmMessage::SetMessage(const QString& message) {
+void frmMessage::SetMessage(const QString& message, bool now) {
   lblMessage->setText(message);
-  lblMessage->repaint();
+  if (now) lblMessage->repaint();
 }
 
-void frmMessage::SetGauge(int from, int to) {
+void frmMessage::SetGauge(int from, int to, bool now) {
   picGauge->Fill(from, to);
-  picGauge->repaint();
+  if (now) picGauge->repaint();
 }
 
 void frmMessage::hideEvent(QHideEvent* e) {

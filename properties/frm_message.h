@@ -40,8 +40,10 @@ class frmMessage : public QDialog {
   // message; Cancel is enabled as `showCancel` says.
   void ShowMessage(const QString& caption, const QString& message, QWidget* owner,
                    bool showCancel);
-  void SetMessage(const QString& message);
-  void SetGauge(int from, int to);
+  // `now` repaints at once, for work that lets no events run; otherwise
+  // the note is repainted with the next events.
+  void SetMessage(const QString& message, bool now = true);
+  void SetGauge(int from, int to, bool now = true);
 
   // Cancel was pressed since the note was last shown.
   bool Cancelled() const { return cancelled_; }

@@ -106,14 +106,19 @@ bool QtPrompter::Notice(const std::string& title, const std::string& text,
 
 void QtPrompter::ProgressShow(const std::string& text) {
   lastPercent_ = -1;
+  repaintPacer_ = EventPacer();
   Message()->ShowMessage(BoxTitle(""), BoxText(text), owner_, false);
 }
 
 void QtPrompter::ProgressSet(const std::string& text, int percent) {
   frmMessage* m = Message();
-  m->SetMessage(BoxText(text));
+  // A repaint at once costs a flush of the window; per item of a long
+  // loop that is most of the loop's time. The note is repainted at once
+  // every ~30 ms, and with the loop's own event runs in between.
+  const bool now = repaintPacer_.Due() || percent >= 100;
+  m->SetMessage(BoxText(text), now);
   if (percent < lastPercent_) m->picGauge->Clear();
-  m->SetGauge(lastPercent_ < 0 || percent < lastPercent_ ? 0 : lastPercent_, percent);
+  m->SetGauge(lastPercent_ < 0 || percent < lastPercent_ ? 0 : lastPercent_, percent, now);
   lastPercent_ = percent;
 }
 
@@ -132,12 +137,16 @@ class ProgramFileDialog : public QFileDialog {
  public:
   using QFileDialog::QFileDialog;
   bool pathMustExist = false;
+  // A folder the caller makes on acceptance: missing, it still counts.
+  QString madeOnAccept;
 
   void accept() override {
     const QStringList files = selectedFiles();
     if (pathMustExist && !files.isEmpty()) {
       const QFileInfo info(files.first());
-      if (!info.isDir() && !info.absoluteDir().exists()) {
+      const bool promised =
+          !madeOnAccept.isEmpty() && QDir::cleanPath(info.absolutePath()) == madeOnAccept;
+      if (!info.isDir() && !info.absoluteDir().exists() && !promised) {
         QMessageBox::warning(this, windowTitle(),
                              QFileDialog::tr("%1\nDirectory not found.\nPlease verify the "
                                              "correct directory name was given.")
@@ -159,28 +168,65 @@ QWidget* QtPrompter::Parent() const {
   return owner_;
 }
 
+namespace {
+
+// A proposed folder that is not there yet: the dialog starts in the
+// nearest folder that is, with the missing part in front of the name.
+void StartBelowMissingFolder(const QString& folder, QString& start, QString& name) {
+  QString path = QDir::cleanPath(QDir(folder).absolutePath());
+  QStringList missing;
+  while (!QDir(path).exists() && path != "/") {
+    missing.prepend(QFileInfo(path).fileName());
+    path = QFileInfo(path).path();
+  }
+  start = path;
+  if (!missing.isEmpty()) name = missing.join('/') + '/' + name;
+}
+
+}  // namespace
+
 std::string QtPrompter::FileDialogImpl(const FileDialog& d, bool save) {
-  ProgramFileDialog dlg(Parent(), DisplayText(d.title), PathText(d.folder),
+  std::vector<std::string> files = FilesDialogImpl(d, save, false);
+  return files.empty() ? std::string() : files.front();
+}
+
+std::vector<std::string> QtPrompter::FilesDialogImpl(const FileDialog& d, bool save, bool many) {
+  QString start = PathText(d.folder);
+  QString name = PathText(d.fileName);
+  QString madeOnAccept;
+  if (save && d.folderMadeOnAccept && !d.folder.empty() && !QDir(start).exists()) {
+    madeOnAccept = QDir::cleanPath(QDir(start).absolutePath());
+    StartBelowMissingFolder(start, start, name);
+  }
+  ProgramFileDialog dlg(Parent(), DisplayText(d.title), start,
                         QString::fromStdString(QtFilter(d.filter)));
+  dlg.madeOnAccept = madeOnAccept;
   dlg.setObjectName(save ? "SaveFileDialog" : "OpenFileDialog");
   dlg.setOption(QFileDialog::DontUseNativeDialog);
   dlg.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dlg.setFileMode(save || !d.fileMustExist ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dlg.setFileMode(many                       ? QFileDialog::ExistingFiles
+                  : save || !d.fileMustExist ? QFileDialog::AnyFile
+                                             : QFileDialog::ExistingFile);
   dlg.pathMustExist = d.pathMustExist;
   if (!d.overwritePrompt) dlg.setOption(QFileDialog::DontConfirmOverwrite);
   if (!d.defaultExt.empty()) dlg.setDefaultSuffix(QString::fromStdString(d.defaultExt));
-  if (!d.fileName.empty()) dlg.selectFile(PathText(d.fileName));
+  if (!name.isEmpty()) dlg.selectFile(name);
   // A box must not wait behind the busy pointer.
   const bool busy = QApplication::overrideCursor() != nullptr;
   if (busy) QApplication::setOverrideCursor(Qt::ArrowCursor);
   const int result = dlg.exec();
   if (busy) QApplication::restoreOverrideCursor();
-  if (result != QDialog::Accepted || dlg.selectedFiles().isEmpty()) return "";
-  return PathBytes(dlg.selectedFiles().first());
+  std::vector<std::string> chosen;
+  if (result != QDialog::Accepted) return chosen;
+  for (const QString& f : dlg.selectedFiles()) chosen.push_back(PathBytes(f));
+  return chosen;
 }
 
 std::string QtPrompter::SaveFileDialog(const FileDialog& d) { return FileDialogImpl(d, true); }
 std::string QtPrompter::OpenFileDialog(const FileDialog& d) { return FileDialogImpl(d, false); }
+std::vector<std::string> QtPrompter::OpenFilesDialog(const FileDialog& d) {
+  return FilesDialogImpl(d, false, true);
+}
 
 DialogResult QtPrompter::ShowDialog(const Dialog& d) {
   QWidget* parent = Parent();

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <string>
 
+#include "core/event_pacer.h"
 #include "core/prompter.h"
 
 namespace kp {
@@ -35,6 +36,7 @@ class QtPrompter : public Prompter {
   void ProgressHide() override;
   std::string SaveFileDialog(const FileDialog& d) override;
   std::string OpenFileDialog(const FileDialog& d) override;
+  std::vector<std::string> OpenFilesDialog(const FileDialog& d) override;
   DialogResult ShowDialog(const Dialog& d) override;
   bool ShowCheckList(CheckList& list) override;
   void Busy(bool on) override;
@@ -46,6 +48,7 @@ class QtPrompter : public Prompter {
 
  private:
   std::string FileDialogImpl(const FileDialog& d, bool save);
+  std::vector<std::string> FilesDialogImpl(const FileDialog& d, bool save, bool many);
   // The window a box or dialog stands over: the active modal window, else
   // the owner.
   QWidget* Parent() const;
@@ -55,6 +58,7 @@ class QtPrompter : public Prompter {
   QPointer<frmMyMsgBox> myMsgBox_;
   int busyDepth_ = 0;
   int lastPercent_ = -1;
+  EventPacer repaintPacer_;
 };
 
 // A title "" means the program's own title.

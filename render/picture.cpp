@@ -1,6 +1,7 @@
 #include "render/picture.h"
 
-#include <QFileInfo>
+#include <sys/stat.h>
+
 #include <QImageReader>
 #include <QString>
 
@@ -43,20 +44,23 @@ Picture MakePicture(const QImage& decoded) {
 
 const Picture* PictureCache::Load(const std::string& path) {
   if (path.empty()) return nullptr;
-  const QString qpath = QString::fromLocal8Bit(path.data(), static_cast<qsizetype>(path.size()));
-  const QFileInfo info(qpath);
-  if (!info.isFile()) {
+  // One stat a look-up: a load asks for the same few pictures for every
+  // button, and QFileInfo's local modification time reads the time zone
+  // each time.
+  struct stat st {};
+  if (::stat(path.c_str(), &st) != 0 || !S_ISREG(st.st_mode)) {
     entries_.erase(path);
     return nullptr;
   }
-  const long long size = info.size();
-  const long long mtime = info.lastModified().toMSecsSinceEpoch();
+  const long long size = static_cast<long long>(st.st_size);
+  const long long mtime =
+      static_cast<long long>(st.st_mtim.tv_sec) * 1000 + st.st_mtim.tv_nsec / 1000000;
   Entry& e = entries_[path];
   if (e.size == size && e.mtime == mtime) return e.ok ? &e.pic : nullptr;
   e = Entry{};
   e.size = size;
   e.mtime = mtime;
-  QImageReader reader(qpath);
+  QImageReader reader(QString::fromLocal8Bit(path.data(), static_cast<qsizetype>(path.size())));
   reader.setAutoTransform(false);
   const QByteArray format = reader.format();
   // Pictures are GIF or JPEG; anything else counts as unreadable.

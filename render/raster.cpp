@@ -129,7 +129,14 @@ void FillRect(QImage& dst, int x, int y, int w, int h, Colour c) {
   int y1 = static_cast<int>(std::min<long long>(dst.height(), static_cast<long long>(y) + h));
   if (x0 >= x1 || y0 >= y1) return;
   const std::uint32_t px = ToPixel(c);
-  for (int yy = y0; yy < y1; ++yy) std::fill(Row(dst, yy) + x0, Row(dst, yy) + x1, px);
+  // scanLine() checks for sharing on every call; a fade draws its lines one
+  // pixel wide, so the check would cost more than the pixels.
+  uchar* base = dst.bits();
+  const qsizetype bpl = dst.bytesPerLine();
+  for (int yy = y0; yy < y1; ++yy) {
+    auto* row = reinterpret_cast<std::uint32_t*>(base + yy * bpl);
+    std::fill(row + x0, row + x1, px);
+  }
 }
 
 void DrawLine(QImage& dst, int x1, int y1, int x2, int y2, Colour c) {

@@ -296,6 +296,9 @@ void StampGlyphs(QImage& dst, const GlyphMask& g, const std::vector<Stamp>& stam
   const std::uint64_t lastMask = boxW % 64 ? (1ull << (boxW % 64)) - 1 : ~0ull;
   // Pixels already decided by a later print.
   std::vector<std::uint64_t> painted(static_cast<size_t>(words) * static_cast<size_t>(boxH), 0);
+  // One check for sharing, not one a row of every print.
+  uchar* base = dst.bits();
+  const qsizetype bpl = dst.bytesPerLine();
   for (auto s = stamps.rbegin(); s != stamps.rend(); ++s) {
     const long long offX = static_cast<long long>(s->x) + g.originX - bx0;
     const long long offY = static_cast<long long>(s->y) + g.originY - by0;
@@ -306,7 +309,7 @@ void StampGlyphs(QImage& dst, const GlyphMask& g, const std::vector<Stamp>& stam
       if (yy < 0 || yy >= boxH) continue;
       const std::uint64_t* grow = g.bits.data() + static_cast<size_t>(r) * g.words;
       std::uint64_t* prow = painted.data() + static_cast<size_t>(yy) * words;
-      auto* drow = reinterpret_cast<std::uint32_t*>(dst.scanLine(by0 + static_cast<int>(yy))) + bx0;
+      auto* drow = reinterpret_cast<std::uint32_t*>(base + (by0 + yy) * bpl) + bx0;
       for (int w = 0; w < words; ++w) {
         std::uint64_t bits = Bits64(grow, g.words, 64LL * w - offX);
         if (w == words - 1) bits &= lastMask;
