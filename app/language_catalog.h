@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "core/env.h"
+#include "core/language.h"
+
 namespace kp {
 
 struct CatalogSection {
@@ -16,6 +19,10 @@ struct CatalogSection {
 };
 
 std::vector<CatalogSection> LanguageCatalog();
+
+// The language routine of the publishing windows and messages, run once
+// the main window has its texts.
+void ApplyPublishLanguage(Env& env, const LangSettings& lang);
 
 // The language file of the texts now in the tables: with the built-in
 // English, the shipped "english_lng".

@@ -3,6 +3,7 @@
 #include "core/conv.h"
 #include "core/language.h"
 #include "core/launcher.h"
+#include "core/messages.h"
 #include "core/prompter.h"
 
 namespace kp {
@@ -116,7 +117,7 @@ bool XdgAssociation::RegisterAssociation(Env& env) {
   MakeLongDir(env, dataHome_ + "/applications");
   if (!env.fs.WriteFileAtomic(MimePackagePath(), MimePackageText()) ||
       !env.fs.WriteFileAtomic(DesktopFilePath(), DesktopFileText())) {
-    env.prompter.MsgBox("Unable to write registry or .ini file value.", Buttons::OK, "fWriteValue",
+    env.prompter.MsgBox(SharedText("sWriteValueFailed"), Buttons::OK, "fWriteValue",
                         Icon::Critical);
     return false;
   }

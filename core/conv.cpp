@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "core/env.h"
+#include "core/messages.h"
 #include "core/settings.h"
 
 namespace kp {
@@ -350,23 +351,16 @@ void PrepareDir(Env& env, const std::string& path) {
 // --- File-name warnings ------------------------------------------------------------
 
 namespace {
-const char* const kStrangeTitle = "Warning! Strange chars...";
-const char* const kWarnNextTime = "Warn next time";
-
-void WarnSpaceInFileName(Env& env) {
-  MyMsgBox(env, kStrangeTitle,
-           std::string("This file name contains spaces!") + sCRLF +
-               "Most web servers do not support such file names." + sCRLF +
-               "Please consider to rename your file.",
-           kWarnNextTime, "Warn_Space_in_FileName");
+// A warning about a name, with its "Warn next time" box.
+void WarnName(Env& env, const char* message, const char* settingKey) {
+  MyMsgBox(env, SharedText("sStrangeTitle"), SharedText(message), SharedText("sWarnNextTime"),
+           settingKey);
 }
 
+void WarnSpaceInFileName(Env& env) { WarnName(env, "sSpaceInFileName", "Warn_Space_in_FileName"); }
+
 void WarnBackslashInFileName(Env& env) {
-  MyMsgBox(env, kStrangeTitle,
-           std::string("This file name contains backlash!") + sCRLF +
-               "Unlike Windows most web servers use '/' instead of '\\' ." + sCRLF +
-               "Please consider to correct your file path.",
-           kWarnNextTime, "Warn_BackSlash_in_FileName");
+  WarnName(env, "sBackslashInFileName", "Warn_BackSlash_in_FileName");
 }
 
 }  // namespace
@@ -382,18 +376,8 @@ void CheckLinkName(Env& env, const std::string& text) {
 }
 
 void CheckTargetName(Env& env, const std::string& text) {
-  if (text.find(' ') != std::string::npos) {
-    MyMsgBox(env, kStrangeTitle, "Spaces are illigal in Target name.", kWarnNextTime,
-             "Warn_Space_in_TargetName");
-  }
-  if (text.find('.') != std::string::npos) {
-    MyMsgBox(env, kStrangeTitle,
-             std::string("Dots, comas and other special chars are illigal in Target name.") +
-                 sCRLF + "You should input the name of the frame here not the file name." + sCRLF +
-                 "Name of the frame can be found in your HTML page, it should look like: <frame "
-                 "name=\"main\"...",
-             kWarnNextTime, "Warn_Dot_in_TargetName");
-  }
+  if (text.find(' ') != std::string::npos) WarnName(env, "sSpaceInTarget", "Warn_Space_in_TargetName");
+  if (text.find('.') != std::string::npos) WarnName(env, "sDotInTarget", "Warn_Dot_in_TargetName");
 }
 
 }  // namespace kp

@@ -16,6 +16,15 @@ DesignTexts& frmDesignTexts() {
       {"mnuRefresh", "&Refresh"},
       {"sPleaseWait", "Please Wait..."},
       {"sTilingBackground", "Tiling background ..."},
+      {"mnuZoom", "&Zoom"},
+      {"mnuZoom100", "&100 %"},
+      {"mnuZoom200", "&200 %"},
+      {"mnuZoom400", "&400 %"},
+      {"mnuZoom800", "&800 %"},
+      // The grid dialog's buttons: its own section has no lines left.
+      {"frmGrid.btnApply", "&Apply"},
+      {"frmGrid.btnOK", "&OK"},
+      {"frmGrid.btnCANCEL", "&Cancel"},
   };
   return t;
 }
@@ -36,9 +45,6 @@ DesignTexts& frmGridTexts() {
       {"btnAlignWH_NOW", "&Resize Now"},
       {"sUnlockButtons", "Unlock Buttons?"},
       {"sButtonsLocked", "Buttons locked!"},
-      {"btnApply", "&Apply"},
-      {"btnOK", "&OK"},
-      {"btnCANCEL", "&Cancel"},
   };
   return t;
 }

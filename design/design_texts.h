@@ -23,7 +23,8 @@ DesignTexts& frmDesignTexts();
 inline constexpr const char* kDesignSection = "[frmDesign]";
 inline constexpr size_t kDesignSectionLines = 20;
 
-// The section "[frmGrid]": 13 lines; the texts beyond them stay English.
+// The section "[frmGrid]": 13 lines. The grid dialog's three buttons are
+// in "[frmDesign]", where lines were free.
 DesignTexts& frmGridTexts();
 inline constexpr const char* kGridSection = "[frmGrid]";
 inline constexpr size_t kGridSectionLines = 13;

@@ -140,9 +140,10 @@ void frmGrid::ApplyTexts() {
   lblGridColor->setText(DesignQText(t, "lblGridColor"));
   btnAlignXY_NOW->setText(DesignQText(t, "btnAlignXY_NOW"));
   btnAlignWH_NOW->setText(DesignQText(t, "btnAlignWH_NOW"));
-  btnApply->setText(DesignQText(t, "btnApply"));
-  btnOK->setText(DesignQText(t, "btnOK"));
-  btnCANCEL->setText(DesignQText(t, "btnCANCEL"));
+  const DesignTexts& d = frmDesignTexts();
+  btnApply->setText(DesignQText(d, "frmGrid.btnApply"));
+  btnOK->setText(DesignQText(d, "frmGrid.btnOK"));
+  btnCANCEL->setText(DesignQText(d, "frmGrid.btnCANCEL"));
 }
 
 void frmGrid::Form_Load() {

@@ -1,5 +1,6 @@
 #include "project/new_project.h"
 
+#include "core/messages.h"
 #include "core/session.h"
 #include "project/button_record.h"
 
@@ -33,9 +34,8 @@ void NewProject(Project& p, Env& env) {
 
 std::string AskToSaveChanges(Project& p, Env& env, const std::function<void()>& save) {
   if (p.bProjectSaved) return "SAVED";
-  Answer a = env.prompter.MsgBox("The Project " + p.sProjectFile + " has changed." + sCRLF +
-                                     sCRLF + "Do you want to Save the changes?",
-                                 Buttons::YesNoCancel, "KestrelPane", Icon::Question);
+  Answer a = env.prompter.MsgBox(SharedText("sAskSave", {p.sProjectFile}), Buttons::YesNoCancel,
+                                 SharedText("sAskSaveTitle"), Icon::Question);
   if (a == Answer::Yes) {
     save();
     return "YES";

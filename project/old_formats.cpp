@@ -1,6 +1,7 @@
 #include "project/old_formats.h"
 
 #include "core/conv.h"
+#include "core/messages.h"
 #include "core/session.h"
 
 namespace kp {
@@ -45,7 +46,7 @@ std::unordered_map<std::string, std::string> ProfileSection(const std::string& i
 LoadResult LoadProject_OLD(Project& p, Env& env, const std::string& path) {
   p.AllocateButtons();
   p.bReady = false;
-  env.prompter.ProgressShow("Loading Project...");
+  env.prompter.ProgressShow(SharedText("sLoadingProject"));
   env.prompter.Busy(true);
   p.ButtonCount = 0;
   p.iCurBtn = 0;
@@ -77,13 +78,13 @@ LoadResult LoadProject_OLD(Project& p, Env& env, const std::string& path) {
   for (int i = 1; i <= count; ++i) {
     if (i > kBtnUpperBound) {
       p.ButtonCount = static_cast<i16>(i - 1);
-      env.prompter.MsgBox(std::string("Error loading project.") + sCRLF + "Subscript out of range",
-                          Buttons::OK, "", Icon::Critical);
+      env.prompter.MsgBox(SharedText("sErrorLoading", {"Subscript out of range"}), Buttons::OK,
+                          "", Icon::Critical);
       result = LoadResult::Failed;
       break;
     }
     env.prompter.ProgressSet(
-        "Loading Button # " + std::to_string(i) + " of " + std::to_string(count), i * 100 / count);
+        SharedText("sLoadingButton", {std::to_string(i), std::to_string(count)}), i * 100 / count);
     const std::string n = std::to_string(i);
     tButton& b = p.button(i);
     b.x = MakeCInt(get("x_" + n, "0"), 0);

@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "core/conv.h"
+#include "core/event_pacer.h"
+#include "core/messages.h"
 #include "core/session.h"
 #include "core/settings.h"
 #include "project/button_line.h"
@@ -196,24 +198,9 @@ class Resolver {
 
   void WarnMissing(const std::string& path) {
     if (path.empty() || warningsOff_ || Exists(path)) return;
-    std::string text = std::string("Possible causes:") + sCRLF + " 1. File was moved or deleted." +
-                       sCRLF +
-                       " 2. Project was created on another machine, and was not exported" + sCRLF +
-                       "     via 'File'->'Export...' menu." + sCRLF + sCRLF + "Solutions: " +
-                       sCRLF +
-                       " 1. You may copy missing files to the same location where project file "
-                       "is located:" +
-                       sCRLF + folder_ + sCRLF +
-                       " 2. Return to the machine where project was originally created and "
-                       "export it" +
-                       sCRLF +
-                       "     via 'File'->'Export...' menu, then transfer all exported files to "
-                       "this machine." +
-                       sCRLF + sCRLF +
-                       "Click OK to continue with error messages or click Cancel to continue "
-                       "without error messages.";
-    if (env_.prompter.MsgBox(text, Buttons::OKCancel, "File Not Found", Icon::Exclamation) ==
-        Answer::Cancel)
+    const std::string text = SharedText("sMissingFile", {folder_});
+    if (env_.prompter.MsgBox(text, Buttons::OKCancel, SharedText("sMissingFileTitle"),
+                             Icon::Exclamation) == Answer::Cancel)
       warningsOff_ = true;
   }
 
@@ -453,19 +440,17 @@ bool SaveProject(Project& p, Env& env, const std::string& path, bool bKeepState,
     *text = FileLineEnds(*text);
   const std::string ownFolder = GetFolder(path);
   if (auto bad = FindUnsavable(p, bNamesOnly, ownFolder)) {
-    env.prompter.MsgBox("The project was not saved: in " + bad->owner + ", " + bad->field + " " +
-                            bad->why + "." + sCRLF + sCRLF +
-                            "Please change it and save again. Nothing was written to " + path + ".",
+    env.prompter.MsgBox(SharedText("sNotSaved", {bad->owner, bad->field, bad->why, path}),
                         Buttons::OK, "", Icon::Exclamation);
     return false;
   }
-  env.prompter.ProgressShow("Saving Buttons to File...");
+  env.prompter.ProgressShow(SharedText("sSavingButtons"));
   env.prompter.Busy(true);
   // Progress per button, as the text is built line by line.
   for (int i = 1; i <= p.ButtonCount; ++i)
-    env.prompter.ProgressSet("Saving Button # " + std::to_string(i) + " of " +
-                                 std::to_string(p.ButtonCount),
-                             i * 100 / p.ButtonCount);
+    env.prompter.ProgressSet(
+        SharedText("sSavingButton", {std::to_string(i), std::to_string(p.ButtonCount)}),
+        i * 100 / p.ButtonCount);
   std::string text = ProjectFileText(p, bNamesOnly, ownFolder);
   IoStatus st = env.fs.WriteFileAtomic(path, text);
   env.prompter.Busy(false);
@@ -474,9 +459,7 @@ bool SaveProject(Project& p, Env& env, const std::string& path, bool bKeepState,
     env.prompter.MsgBox(
         // The reason follows the fixed text, so a full disk or a
         // write-protected file is named as what it is.
-        std::string("Error Saving Buttons. File may be Read Only, Hidden or used by another "
-                    "application.") +
-            sCRLF + sCRLF + st.message,
+        SharedText("sSaveFailed", {st.message}),
         Buttons::OK, "", Icon::Critical);
     return false;
   }
@@ -531,19 +514,14 @@ LoadResult ReadProjectText(Project& p, Env& env, const std::string& path, const 
   } else if (StartsWith(line1, "QuailStone Project 1.") ||
              StartsWith(line1, "KestrelPane Project 1.") ||
              StartsWith(line1, "LinnetPlum Project 1.")) {
-    env.prompter.MsgBox(std::string("Project was created by earlier version of Kestrel Pane") +
-                            sCRLF + sCRLF + "Note: Saving will convert it to version 2.02",
-                        Buttons::OK, "Warning", Icon::Exclamation);
+    env.prompter.MsgBox(SharedText("sEarlierVersion"), Buttons::OK, SharedText("sWarningTitle"),
+                        Icon::Exclamation);
     convert = true;
   } else if (StartsWith(line1, "KestrelPane Project")) {
-    env.prompter.MsgBox("This file looks like: " + std::string(line1) + sCRLF +
-                        "You should use the same or later version of the program to open this "
-                        "file." +
-                        sCRLF + "The latest version is waiting for you at " + kHomePage);
+    env.prompter.MsgBox(SharedText("sLaterVersion", {std::string(line1), kHomePage}));
     return LoadResult::Refused;
   } else {
-    env.prompter.MsgBox(
-        "File type not supported or it was created by later version of the program.");
+    env.prompter.MsgBox(SharedText("sNotSupported"));
     return LoadResult::Refused;
   }
 
@@ -569,6 +547,7 @@ LoadResult ReadProjectText(Project& p, Env& env, const std::string& path, const 
   SetMainParams(p, env);
 
   const int count = p.ButtonCount;
+  EventPacer pacer;
   for (int i = 1; i <= count; ++i) {
     err.buttonNo = i;
     if (!nextLine(line)) {
@@ -580,8 +559,8 @@ LoadResult ReadProjectText(Project& p, Env& env, const std::string& path, const 
       return LoadResult::Failed;
     }
     env.prompter.ProgressSet(
-        "Loading Button # " + std::to_string(i) + " of " + std::to_string(count), i * 100 / count);
-    env.prompter.ProcessEvents();
+        SharedText("sLoadingButton", {std::to_string(i), std::to_string(count)}), i * 100 / count);
+    if (pacer.Due()) env.prompter.ProcessEvents();
     int labelsPending = 0;
     if (MakeDefaultButtonDeferred(p, env, i, true, "", &labelsPending) ==
         RecordResult::ProcessEnds)
@@ -645,7 +624,7 @@ LoadResult LoadProject2(Project& p, Env& env, const std::string& path) {
   SetDefaultMainParams(p, env);
   p.iDescentX = 0;
   p.iDescentY = 0;
-  env.prompter.ProgressShow("Loading Project...");
+  env.prompter.ProgressShow(SharedText("sLoadingProject"));
   env.prompter.Busy(true);
   env.view.ClearButtons();
   p.ButtonCount = 0;
@@ -663,8 +642,8 @@ LoadResult LoadProject2(Project& p, Env& env, const std::string& path) {
     if (p.iCurBtn > p.ButtonCount) p.iCurBtn = p.ButtonCount;
     env.prompter.Busy(false);
     env.prompter.ProgressHide();
-    env.prompter.MsgBox("Error loading project." + std::string(sCRLF) + err.message, Buttons::OK,
-                        "", Icon::Critical);
+    env.prompter.MsgBox(SharedText("sErrorLoading", {err.message}), Buttons::OK, "",
+                        Icon::Critical);
   } else if (result == LoadResult::Loaded) {
     p.sProjectName = FileNameOf(path, true);
     if (p.iCurBtn > 0) env.view.SelectButton(p, p.iCurBtn);

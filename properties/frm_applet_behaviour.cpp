@@ -52,6 +52,12 @@ UiTexts& frmSpecial::Texts() {
       {"txtTipDelay.ToolTip", "Enter should be pressed after changing this value manually."},
       {"btnOK", "&OK"},
       {"btnCANCEL", "&Cancel"},
+      {"optDirections0", "Left -> Right"},
+      {"optDirections1", "Right -> Left"},
+      {"optDirections2", "Up -> Down"},
+      {"optDirections3", "Down -> Up"},
+      // Added after the others: older language files keep their lines.
+      {"txt_sLoading.Name", "Message text"},
   };
   return t;
 }
@@ -249,6 +255,8 @@ void frmSpecial::ApplyTexts() {
   }
   for (QLineEdit* f : {txtTipBorderWidth, txtTipDelay, txtTipHideAfter})
     f->setToolTip(QTextOf(t, "txtTipDelay.ToolTip"));
+  // No label stands beside it; the box's title is not its name.
+  txt_sLoading->setAccessibleName(QTextOf(t, "txt_sLoading.Name"));
   Caption();
 }
 

@@ -64,6 +64,11 @@ UiTexts& frmAppletBorder::Texts() {
       {"lblBorderColor", "color:"},
       {"chkAutoFullRepaint", "Auto"},
       {"btnRepainBackGround_and_border", "Repaint BackGround and Border"},
+      {"cmbBorderStyle.0", "None"},
+      {"cmbBorderStyle.1", "Raised"},
+      {"cmbBorderStyle.2", "Lowered"},
+      {"cmbBorderStyle.3", "Light"},
+      {"cmbBorderStyle.4", "Dark"},
   };
   return t;
 }
@@ -120,6 +125,7 @@ frmAppletBorder::frmAppletBorder(QWidget* mainWindow, Project& p, Env& env,
 void frmAppletBorder::ApplyTexts() {
   const UiTexts& t = Texts();
   setWindowTitle(QTextOf(t, "frmAppletBorder"));
+  SetItemTexts(cmbBorderStyle, t);
   findChild<QGroupBox*>("frameBorder")->setTitle(QTextOf(t, "frameBorder"));
   chkAutoFullRepaint->setText(QTextOf(t, "chkAutoFullRepaint"));
   btnRepainBackGround_and_border->setText(QTextOf(t, "btnRepainBackGround_and_border"));
@@ -214,6 +220,11 @@ UiTexts& frmAppletFade::Texts() {
       {"lblFadeColor", "Fade Color:"},
       {"btnChangeColors", "<->"},
       {"btnChangeColors.ToolTip", "Swap Colors"},
+      {"cmbFadeStyle.0", "Mono Color"},
+      {"cmbFadeStyle.1", "Right <-> Left"},
+      {"cmbFadeStyle.2", "Top <->  Bottom"},
+      {"cmbFadeStyle.3", "Left <- Center -> Right"},
+      {"cmbFadeStyle.4", "Top <- Center -> Bottom"},
   };
   return t;
 }
@@ -253,6 +264,7 @@ frmAppletFade::frmAppletFade(QWidget* mainWindow, Project& p, Env& env, const La
 void frmAppletFade::ApplyTexts() {
   const UiTexts& t = Texts();
   setWindowTitle(QTextOf(t, "frmAppletFade"));
+  SetItemTexts(cmbFadeStyle, t);
   findChild<QGroupBox*>("frameFade")->setTitle(QTextOf(t, "frameFade"));
   btnChangeColors->setText(QTextOf(t, "btnChangeColors"));
   btnChangeColors->setToolTip(QTextOf(t, "btnChangeColors.ToolTip"));

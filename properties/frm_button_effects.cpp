@@ -44,6 +44,11 @@ UiTexts& frmButtonSpecial::Texts() {
       {"cmbLeftToRight1", "Left->Right"},
       {"btnClose", "Close"},
       {"btnChangeColors", "<->"},
+      {"cmbFadeStyle.0", "Mono Color"},
+      {"cmbFadeStyle.1", "Left <-> Right"},
+      {"cmbFadeStyle.2", "Top <-> Bottom"},
+      {"cmbFadeStyle.3", "Left <- Center -> Right"},
+      {"cmbFadeStyle.4", "Top <- Center -> Bottom"},
   };
   return t;
 }
@@ -164,6 +169,7 @@ void frmButtonSpecial::BuildLayout() {
 
 void frmButtonSpecial::ApplyTexts() {
   const UiTexts& t = Texts();
+  SetItemTexts(cmbFadeStyle, t);
   for (const char* name : {"frameFade", "frameFrame", "frameTFrame"})
     findChild<QGroupBox*>(name)->setTitle(QTextOf(t, name));
   btnChangeColors->setText(QTextOf(t, "btnChangeColors"));

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "core/model.h"
+#include "publish/publish_texts.h"
 
 namespace kp {
 
@@ -68,11 +69,17 @@ DialogResult PublishWindow::Run(const Dialog& d) {
   const QList<QPushButton*> own = findChildren<QPushButton*>();
   for (QPushButton* b : own) b->hide();
   const UiTexts& defaults = Defaults();
+  const UiTexts& current = Current();
+  // The command's captions are the table's, translated or not; a command
+  // that names the English caption finds its control too.
+  auto isCaptionOf = [&](const UiText& t, const std::string& caption) {
+    return t.text == caption || TextOf(current, t.control) == caption;
+  };
   for (size_t i = 0; i < d.buttons.size(); ++i) {
     const DialogButton& want = d.buttons[i];
     QPushButton* b = nullptr;
     for (const UiText& t : defaults) {
-      if (t.text != want.caption) continue;
+      if (!isCaptionOf(t, want.caption)) continue;
       b = findChild<QPushButton*>(t.control);
       if (b) break;
     }
@@ -94,7 +101,8 @@ DialogResult PublishWindow::Run(const Dialog& d) {
     chkShowNextTime->setChecked(d.checked);
     bool known = false;
     for (const UiText& t : defaults)
-      known = known || (std::string_view(t.control) == "chkShowNextTime" && t.text == d.checkCaption);
+      known = known ||
+              (std::string_view(t.control) == "chkShowNextTime" && isCaptionOf(t, d.checkCaption));
     if (!known) chkShowNextTime->setText(DisplayText(d.checkCaption));
   }
   escapeResult_ = d.cancelButton;
@@ -106,30 +114,15 @@ DialogResult PublishWindow::Run(const Dialog& d) {
 
 // --- frmSomeFilesWarning -----------------------------------------------------------
 
-namespace {
-UiTexts SomeFilesTexts() {
-  return {
-      {"Caption", "Warning. "},
-      {"txtMessage.1", "This folder already contains files."},
-      {"txtMessage.2", "Such actions may overwrite some of them."},
-      {"txtMessage.3", "Are you sure you want to proceed?"},
-      {"btnYes", "&Yes"},
-      {"btnNo", "&No"},
-      {"chkShowNextTime", "show this warning next time."},
-  };
-}
-}  // namespace
 
 // The order is the order of the "[frmSomeFilesWarning]" section of a
 // language file.
 UiTexts& frmSomeFilesWarning::Texts() {
-  static UiTexts t = SomeFilesTexts();
-  return t;
+  return SomeFilesWarningTexts();
 }
 
 const UiTexts& frmSomeFilesWarning::DefaultTexts() {
-  static const UiTexts t = SomeFilesTexts();
-  return t;
+  return DefaultSomeFilesWarningTexts();
 }
 
 frmSomeFilesWarning::frmSomeFilesWarning(QWidget* parent)
@@ -167,31 +160,15 @@ void frmSomeFilesWarning::showEvent(QShowEvent* e) {
 
 // --- frmReadyForUpload -------------------------------------------------------------
 
-namespace {
-UiTexts ReadyTexts() {
-  return {
-      {"Caption", "Applet built. "},
-      {"lblMessage", "The applet was successfully built, and is ready for upload."},
-      {"lblCaseSensitive",
-       "Note: everything is Case-Sensitive, so if your file is recorded as \"MyImage.gif\" and you "
-       "upload it as \"MYimaGe.GIF\" it won't work."},
-      {"btnExplore", "View files in Windows &Explorer"},
-      {"btnOK", "&Close"},
-      {"chkShowNextTime", "show this message next time."},
-  };
-}
-}  // namespace
 
 // The order is the order of the "[frmReadyForUpload]" section of a language
 // file.
 UiTexts& frmReadyForUpload::Texts() {
-  static UiTexts t = ReadyTexts();
-  return t;
+  return ReadyForUploadTexts();
 }
 
 const UiTexts& frmReadyForUpload::DefaultTexts() {
-  static const UiTexts t = ReadyTexts();
-  return t;
+  return DefaultReadyForUploadTexts();
 }
 
 frmReadyForUpload::frmReadyForUpload(QWidget* parent) : PublishWindow(parent, "frmReadyForUpload") {
@@ -231,27 +208,15 @@ frmReadyForUpload::frmReadyForUpload(QWidget* parent) : PublishWindow(parent, "f
 
 // --- frmAutoRepHTML_MSG ------------------------------------------------------------
 
-namespace {
-UiTexts ReportTexts() {
-  return {
-      {"Caption", "Operation Completed"},
-      {"btnOK", "&Ok"},
-      {"btnExplore", "View files in Windows &Explorer"},
-      {"chkShowNextTime", "show this message next time."},
-  };
-}
-}  // namespace
 
 // The order is the order of the "[frmAutoRepHTML_MSG]" section of a
 // language file.
 UiTexts& frmAutoRepHTML_MSG::Texts() {
-  static UiTexts t = ReportTexts();
-  return t;
+  return ReplaceReportTexts();
 }
 
 const UiTexts& frmAutoRepHTML_MSG::DefaultTexts() {
-  static const UiTexts t = ReportTexts();
-  return t;
+  return DefaultReplaceReportTexts();
 }
 
 frmAutoRepHTML_MSG::frmAutoRepHTML_MSG(QWidget* parent)
@@ -262,6 +227,8 @@ frmAutoRepHTML_MSG::frmAutoRepHTML_MSG(QWidget* parent)
   txtMessage->setObjectName("txtMessage");
   txtMessage->setReadOnly(true);
   txtMessage->setMinimumSize(460, 150);
+  // The report is read out under the title of its window.
+  txtMessage->setAccessibleName(windowTitle());
   btnOK = Button(this, t, "btnOK");
   btnOK->setDefault(true);
   btnExplore = Button(this, t, "btnExplore");
@@ -303,16 +270,7 @@ const UiTexts& GenericProgramWindow::Defaults() const {
 
 // The order is the order of the "[frmAutoRepHTML_2]" section of a language
 // file.
-UiTexts& frmAutoRepHTML_2::Texts() {
-  static UiTexts t = {
-      {"Caption", "Replacing Applet Code in existing HTML file"},
-      {"btnSelectAll", "Select All"},
-      {"btnDeselectAll", "Clear All"},
-      {"btnReplace", "Replace Selected Applets"},
-      {"btnCANCEL", "Cancel"},
-  };
-  return t;
-}
+UiTexts& frmAutoRepHTML_2::Texts() { return ReplaceListTexts(); }
 
 frmAutoRepHTML_2::frmAutoRepHTML_2(QWidget* parent) : QDialog(parent) {
   setObjectName("frmAutoRepHTML_2");
@@ -325,6 +283,7 @@ frmAutoRepHTML_2::frmAutoRepHTML_2(QWidget* parent) : QDialog(parent) {
   lstApplets = new QListWidget(this);
   lstApplets->setObjectName("lstApplets");
   lstApplets->setMinimumSize(520, 160);
+  lstApplets->setAccessibleName(windowTitle());
   btnSelectAll = Button(this, t, "btnSelectAll");
   btnDeselectAll = Button(this, t, "btnDeselectAll");
   btnReplace = Button(this, t, "btnReplace");
@@ -362,8 +321,10 @@ bool frmAutoRepHTML_2::Run(CheckList& list) {
     btnDeselectAll->setText(DisplayText(list.clearAllCaption));
     btnReplace->setText(DisplayText(list.actionCaption));
     btnCANCEL->setText(DisplayText(list.cancelCaption));
+    lstApplets->setAccessibleName(windowTitle());
   }
   txtMSG->setText(Shown(list.message));
+  lstApplets->setAccessibleDescription(txtMSG->text());
   lstApplets->clear();
   for (size_t i = 0; i < list.rows.size(); ++i) {
     auto* item = new QListWidgetItem(DisplayText(list.rows[i]), lstApplets);

@@ -36,6 +36,8 @@ class PublishWindow : public QDialog {
  protected:
   // The form's texts as built in, to match the engine's captions with.
   virtual const UiTexts& Defaults() const = 0;
+  // ... and as the language file left them.
+  virtual const UiTexts& Current() const { return Defaults(); }
   // The row the buttons stand in; a button the form does not know goes
   // there too.
   QHBoxLayout* buttonRow = nullptr;
@@ -61,6 +63,7 @@ class frmSomeFilesWarning : public PublishWindow {
 
  protected:
   const UiTexts& Defaults() const override { return DefaultTexts(); }
+  const UiTexts& Current() const override { return Texts(); }
   void showEvent(QShowEvent* e) override;
 };
 
@@ -78,6 +81,7 @@ class frmReadyForUpload : public PublishWindow {
 
  protected:
   const UiTexts& Defaults() const override { return DefaultTexts(); }
+  const UiTexts& Current() const override { return Texts(); }
 };
 
 // frmAutoRepHTML_MSG: the report after a replacement; the text is the
@@ -94,6 +98,7 @@ class frmAutoRepHTML_MSG : public PublishWindow {
 
  protected:
   const UiTexts& Defaults() const override { return DefaultTexts(); }
+  const UiTexts& Current() const override { return Texts(); }
 };
 
 // A window of the program that has no form of its own: the text, the

@@ -17,6 +17,7 @@
 #include "properties/button_panel.h"
 #include "properties/colour_dialog.h"
 #include "properties/frm_main.h"
+#include "properties/window_lang.h"
 
 namespace kp {
 
@@ -43,6 +44,7 @@ frmSetAction::frmSetAction(QWidget* mainWindow, Project& p, Env& env,
   setModal(true);
   BuildControls();
   BuildLayout();
+  ApplyLanguageSection(env_, Texts(), "[frmSetAction]");
   ApplyTexts();
   Connect();
   enterAdds_ = {cmbBlinkDelay, cmbBlinkDelay->lineEdit(), cmbButtonNumber,

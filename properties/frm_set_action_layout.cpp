@@ -70,6 +70,13 @@ UiTexts& frmSetAction::Texts() {
       {"sWrongReturn", "Wrong Return Parameters"},
       {"sNoButtons", "No Buttons on the Applet"},
       {"sErrorOnAdd", "Error on btnAdd"},
+      // Added after the others: older language files keep their lines.
+      {"lstActions.Name", "Commands"},
+      {"cmbButtonNumber.Name", "Button"},
+      {"txtLabel.Name", "Label or color"},
+      {"cmbStateSelector.Name", "State"},
+      {"txtJavaScript.Name", "JavaScript"},
+      {"btnDown.Name", "Move Command Down"},
   };
   return t;
 }
@@ -230,6 +237,10 @@ void frmSetAction::ApplyTexts() {
   btnUP->setToolTip(QTextOf(t, "btnUP.ToolTip"));
   btnCopyProg->setToolTip(QTextOf(t, "btnCopyProg.ToolTip"));
   btnPasteProg->setToolTip(QTextOf(t, "btnPasteProg.ToolTip"));
+  // These have no caption or label of their own to be read out.
+  for (QWidget* w : std::initializer_list<QWidget*>{lstActions, cmbButtonNumber, txtLabel,
+                                                    cmbStateSelector, txtJavaScript, btnDown})
+    w->setAccessibleName(QTextOf(t, w->objectName().toStdString() + ".Name"));
 }
 
 }  // namespace kp

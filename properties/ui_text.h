@@ -8,13 +8,14 @@
 #include <string_view>
 #include <vector>
 
+#include "core/text_table.h"
+
 namespace kp {
 
-struct UiText {
-  const char* control;  // the control (or message variable) the text is for
-  std::string text;
-};
-using UiTexts = std::vector<UiText>;
+// The same record as the plain levels' message tables, so that a window
+// shows a table of the level below it as its own.
+using UiText = TextEntry;
+using UiTexts = TextTable;
 
 // The text for a control. A name missing from the table is a programming
 // error; it shows as the name itself so that it is seen at once.

@@ -10,6 +10,7 @@
 #include "core/language.h"
 #include "properties/ui_text.h"
 
+class QComboBox;
 class QWidget;
 
 namespace kp {
@@ -18,12 +19,22 @@ namespace kp {
 // the window's table.
 size_t SectionLineCount(std::string_view heading, size_t tableSize);
 
-// The window's language routine on its table (see WindowLanguageLines).
+// A window whose texts outgrew the lines the format fixes for its section
+// keeps the rest in a section of its own: "[frmSetAction]" goes on in
+// "[frmSetAction+]".
+std::string MoreLinesHeading(std::string_view heading);
+
+// The window's language routine on its table (see WindowLanguageLines),
+// with the section that carries its further lines.
 // True when the file was read.
 bool ApplyLanguageSection(Env& env, const LangSettings& lang, UiTexts& texts,
                           const std::string& heading);
 // The same with the settings in force.
 bool ApplyLanguageSection(Env& env, UiTexts& texts, const std::string& heading);
+
+// The items of a list the program fills: entry "<box's name>.<k>" of the
+// table is item k.
+void SetItemTexts(QComboBox* box, const UiTexts& table);
 
 // A child control made with its object name, so that tests and the
 // language routine find it.

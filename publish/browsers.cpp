@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "core/conv.h"
+#include "core/messages.h"
 #include "core/settings.h"
 
 namespace kp {
@@ -178,7 +179,7 @@ std::string BrowserNameFromPath(const std::string& path) {
 
 void AddEditBrowser_Browse(Env& env, AddEditBrowser& box) {
   FileDialog fd;
-  fd.filter = "Executables (*.exe)|*.exe| All Files (*.*)|*.*";
+  fd.filter = SharedText("sProgramFilter");
   fd.folder = GetFolder(box.txtPath);
   fd.pathMustExist = true;
   std::string chosen = env.prompter.OpenFileDialog(fd);

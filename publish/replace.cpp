@@ -8,6 +8,7 @@
 #include "core/settings.h"
 #include "publish/build.h"
 #include "publish/player.h"
+#include "publish/publish_texts.h"
 
 namespace kp {
 
@@ -15,8 +16,6 @@ namespace {
 
 constexpr std::string_view kOpenTag = "<applet";
 constexpr std::string_view kCloseTag = "</applet>";
-
-std::string TwoLineEnds() { return std::string(sCRLF) + sCRLF; }
 
 int CountTicked(const AutoReplacePage& page) {
   return static_cast<int>(std::count(page.ticked.begin(), page.ticked.end(), true));
@@ -43,7 +42,7 @@ bool ShowFailure(Env& env, const IoStatus& s) {
 // A page whose write permissions were all taken away is not replaced.
 IoStatus CheckPageWritable(Env& env, const std::string& path) {
   if (env.fs.Inspect(path).writeProtected)
-    return IoStatus::Fail(path + " is write-protected (read-only): it was not overwritten");
+    return IoStatus::Fail(TextWith(ReplaceListTexts(), "sWriteProtected", {path}));
   return {};
 }
 
@@ -55,11 +54,11 @@ void ReportNotReplaced(PublishContext& c, const AutoReplacePage& page) {
   c.state.bReplaceIncomplete = true;
   std::string rows;
   for (int row : o.notReplaced) rows += (rows.empty() ? "" : ", ") + std::to_string(row);
-  std::string text = (o.notReplaced.size() == 1 ? "Applet " : "Applets ") + rows + " of " +
-                     std::string(sQuote) + page.sourcePath + sQuote +
-                     (o.notReplaced.size() == 1 ? " was" : " were") + " not replaced";
-  text += o.unclosed ? ": the page has an \"<applet\" without its closing \"</applet>\"."
-                     : ": the search passed over it after a longer applet was replaced.";
+  const TextTable& t = ReplaceReportTexts();
+  const std::string& why = TextIn(t, o.unclosed ? "sUnclosedApplet" : "sPassedOver");
+  const std::string text =
+      TextWith(t, o.notReplaced.size() == 1 ? "sAppletNotReplaced" : "sAppletsNotReplaced",
+               {rows, page.sourcePath, why});
   c.env.prompter.MsgBox(text, Buttons::OK, "", Icon::Exclamation);
 }
 
@@ -68,14 +67,13 @@ void ReportNotReplaced(PublishContext& c, const AutoReplacePage& page) {
 std::string CountWord(int count) {
   // The table has no word for eight, so 8 reads "Nine" and 9 "Ten": kept
   // as the program has always counted.
-  static const char* const kWords[10] = {"No",   "One", "Two",   "Three", "Four",
-                                         "Five", "Six", "Seven", "Nine",  "Ten"};
-  if (count >= 0 && count < 10) return kWords[count];
+  if (count >= 0 && count < 10) return TextIn(ReplaceListTexts(), "sCount" + std::to_string(count));
   return std::to_string(count);
 }
 
 std::string CountMessage(int count, const std::string& path) {
-  return CountWord(count) + (count == 1 ? " applet found in: " : " applets found in: ") +
+  return CountWord(count) +
+         TextIn(ReplaceListTexts(), count == 1 ? "sAppletFoundIn" : "sAppletsFoundIn") +
          FileNameOnly(path);
 }
 
@@ -242,7 +240,7 @@ bool btnAutoReplaceHTML_Click(PublishContext& c) {
     AutoReplacePage page;
     replaced = BeginOperation(c, page, path);
   } else {
-    env.prompter.MsgBox("File: \"" + path + "\" not found");
+    env.prompter.MsgBox(TextWith(ReplaceListTexts(), "sPageNotFound", {path}));
     btnGetAutoReplaceHTML_filename_Click(c);
   }
   if (!c.win.txtAutoReplaceHTML_FileName.empty())
@@ -272,13 +270,14 @@ bool BeginOperation(PublishContext& c, AutoReplacePage& page, const std::string&
 
   CheckList list;
   list.name = "frmAutoRepHTML_2";
-  list.caption = "Replacing Applet Code in existing HTML file";
+  const TextTable& t = ReplaceListTexts();
+  list.caption = TextIn(t, "Caption");
   list.message = page.txtMSG;
   list.rows = page.rows;
-  list.selectAllCaption = "Select All";
-  list.clearAllCaption = "Clear All";
-  list.actionCaption = "Replace Selected Applets";
-  list.cancelCaption = "Cancel";
+  list.selectAllCaption = TextIn(t, "btnSelectAll");
+  list.clearAllCaption = TextIn(t, "btnDeselectAll");
+  list.actionCaption = TextIn(t, "btnReplace");
+  list.cancelCaption = TextIn(t, "btnCANCEL");
   // The window stays open until a replacement ran or it is cancelled: a
   // window that runs the action itself stays up through its messages.
   bool replaced = false;
@@ -320,18 +319,16 @@ bool RunReplacement(PublishContext& c, AutoReplacePage& page) {
   Env& env = c.env;
   // Guards a second click: the text was already replaced once.
   if (!page.bLoaded) {
-    env.prompter.MsgBox("Please reload the input file.");
+    env.prompter.MsgBox(TextIn(ReplaceReportTexts(), "sReloadInput"));
     return false;
   }
   if (page.rows.empty()) {
-    env.prompter.MsgBox(std::string("I'm sorry... I wasn't able to find any existing applets in "
-                                    "this file.") +
-                        sCRLF + "You have to insert your applet to this file manually.");
+    env.prompter.MsgBox(TextIn(ReplaceReportTexts(), "sNoAppletsInFile"));
     return false;
   }
   if (CountTicked(page) == 0) {
-    env.prompter.MsgBox("Please check at least one applet.", Buttons::OK,
-                        "No Applets Selected for Replace");
+    const TextTable& t = ReplaceReportTexts();
+    env.prompter.MsgBox(TextIn(t, "sCheckOne"), Buttons::OK, TextIn(t, "sCheckOneTitle"));
     return false;
   }
   page.bLoaded = false;
@@ -353,10 +350,7 @@ bool RunReplacement(PublishContext& c, AutoReplacePage& page) {
 bool ReplaceFileStep(PublishContext& c, AutoReplacePage& page) {
   Env& env = c.env;
   if (page.rows.empty()) {
-    env.prompter.MsgBox(
-        std::string("I can't find any applets.") + TwoLineEnds() + "Possible causes:" + sCRLF +
-        " 1.There are no applets created by Kestrel Pane" + sCRLF + " 2. " + "Missing" +
-        "  \"<APPLET...\" " + sCRLF + " 3. " + "Missing" + "  \"</APPLET>\"");
+    env.prompter.MsgBox(TextIn(ReplaceReportTexts(), "sCantFindApplets"));
     return false;
   }
   if (CountTicked(page) >= 1) {
@@ -377,7 +371,7 @@ bool ReplaceFileStep(PublishContext& c, AutoReplacePage& page) {
     if (r.failed > 0) {
       // Failures the copy loop kept silent are still failures of the step.
       if (r.failed > r.reported) {
-        std::string text = "Some files could not be copied beside the page:";
+        std::string text = TextIn(ReplaceReportTexts(), "sNotCopiedBesidePage");
         for (const std::string& f : r.failures) text += std::string(sCRLF) + f;
         env.prompter.MsgBox(text, Buttons::OK, "", Icon::Critical);
       }
@@ -391,25 +385,20 @@ void Ready(PublishContext& c, int total, int replaced, const std::string& path,
            const std::string& backup) {
   Env& env = c.env;
   if (replaced < 1) {
-    env.prompter.MsgBox("No applets were replaced in " + std::string(sQuote) + path + sQuote);
+    env.prompter.MsgBox(TextWith(ReplaceReportTexts(), "sNoneReplaced", {path}));
     return;
   }
-  std::string text;
-  text += "File: " + std::string(sCRLF) + sQuote + path + sQuote + sCRLF +
-          " is updated and is ready for upload." + TwoLineEnds();
-  text += "Total applets found: " + std::to_string(total) +
-          ". Replaced applets: " + std::to_string(replaced) + "." + TwoLineEnds();
-  text += "Original HTML file saved as: " + std::string(sCRLF) + sQuote + backup + sQuote + sCRLF;
-
+  const TextTable& t = ReplaceReportTexts();
   Dialog d;
   d.name = "frmAutoRepHTML_MSG";
-  d.caption = "Operation Completed";
-  d.text = text;
+  d.caption = TextIn(t, "Caption");
+  d.text = TextWith(t, "sReplaced",
+                    {path, std::to_string(total), std::to_string(replaced), backup});
   const std::string folder = GetFolder(path);
-  d.buttons = {{"&Ok", nullptr}, {"View files in Windows &Explorer", [&env, folder] {
-                                    if (env.launcher) (void)env.launcher->Explore(folder);
-                                  }}};
-  d.checkCaption = "show this message next time.";
+  d.buttons = {{TextIn(t, "btnOK"), nullptr}, {TextIn(t, "btnExplore"), [&env, folder] {
+                                                 if (env.launcher) (void)env.launcher->Explore(folder);
+                                               }}};
+  d.checkCaption = TextIn(t, "chkShowNextTime");
   d.checked = true;
   d.cancelButton = 0;
   DialogResult r = env.prompter.ShowDialog(d);

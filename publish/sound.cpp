@@ -2,13 +2,10 @@
 
 #include "core/conv.h"
 #include "core/launcher.h"
+#include "core/messages.h"
 #include "core/settings.h"
 
 namespace kp {
-
-namespace {
-std::string TwoLineEnds() { return std::string(sCRLF) + sCRLF; }
-}  // namespace
 
 std::string ConverterPath(const Env& env) {
   return EndBackslash(env.programFolder) + "Tools/W2A/w2a";
@@ -36,22 +33,16 @@ std::string btnGetSound_Click(PublishContext& c) {
   if (name.empty()) return "";
 
   if (EndsWith(name, ".WAV", true)) {
-    MyMsgBox(env, "Wav to Au convertion",
-             "Kestrel Pane will run W2A utility to convert WAV file to AU type, because Java does "
-             "not support WAV files." +
-                 TwoLineEnds() + "Only WAV files in PCM format can be converted." + TwoLineEnds() +
-                 "Please see \\Tools\\W2A\\ReadMe.txt for more information.",
-             "Show this message next time", "WAV2AU_Auto_Convertion", "1", "0", "1");
+    MyMsgBox(env, SharedText("sWavToAuTitle"), SharedText("sWavToAu"),
+             SharedText("sShowMessageNextTime"), "WAV2AU_Auto_Convertion", "1", "0", "1");
     IoStatus started = env.launcher ? env.launcher->Run(ConverterPath(env), {name}, true)
                                     : IoStatus::Fail("No program can be started here.");
     if (started) {
       name = AuNameFor(name);
     } else {
       // The name stays the WAV name.
-      env.prompter.MsgBox(
-          "There was an error when trying to convert WAV file to AU:" + std::string(sCRLF) +
-              started.message + TwoLineEnds() + "Please see \\Tools\\W2A\\ReadMe.txt",
-          Buttons::OK, "Error", Icon::Critical);
+      env.prompter.MsgBox(SharedText("sWavToAuError", {started.message}), Buttons::OK,
+                          SharedText("sErrorTitle"), Icon::Critical);
     }
   }
 
@@ -63,7 +54,7 @@ std::string btnGetSound_Click(PublishContext& c) {
 bool mnuWav2Au_Click(Env& env) {
   IoStatus s = env.launcher ? env.launcher->Run(Wav2AuToolPath(env), {}, true) : IoStatus::Fail("");
   if (s) return true;
-  env.prompter.MsgBox(Wav2AuToolPath(env) + " not found.");
+  env.prompter.MsgBox(SharedText("sToolNotFound", {Wav2AuToolPath(env)}));
   return false;
 }
 

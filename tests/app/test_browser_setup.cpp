@@ -334,7 +334,7 @@ class BrowserSetupTest : public QObject {
     });
     frmBrowserSetup::Run(nullptr, b.env);
     QVERIFY(*ran);
-    QCOMPARE(filters, (QStringList{"Executables (*.exe)", "All Files (*)"}));
+    QCOMPARE(filters, (QStringList{"Programs (*)", "All Files (*)"}));
     QCOMPARE(path, QString::fromStdString(program));
     QCOMPARE(name, QString("Netsurf"));
   }

@@ -243,7 +243,7 @@ TEST(AddEditBrowser, BrowseFillsThePathAndAnEmptyNameFromTheProgramsName) {
   AddEditBrowser_Browse(t.env, box);
   EXPECT_EQ(box.txtPath, "/usr/bin/vivaldi");
   EXPECT_EQ(box.txtName, "Opera");
-  EXPECT_EQ(t.prompter.fileDialogs[0].filter, "Executables (*.exe)|*.exe| All Files (*.*)|*.*");
+  EXPECT_EQ(t.prompter.fileDialogs[0].filter, "Programs (*)|*| All Files (*.*)|*.*");
   EXPECT_TRUE(t.prompter.fileDialogs[0].pathMustExist);
   EXPECT_EQ(BrowserNameFromPath("C:\\Program Files\\netscape.exe"), "Netscape");
 }

@@ -246,7 +246,7 @@ TEST(AutoReplace, ReportHasTheProgramsTextAndCanBeTurnedOff) {
                            "Original HTML file saved as: " + kCRLF + "\"" +
                            f.site.file("page_backup.html") + "\"" + kCRLF);
   EXPECT_EQ(d[0].buttons[0].caption, "&Ok");
-  EXPECT_EQ(d[0].buttons[1].caption, "View files in Windows &Explorer");
+  EXPECT_EQ(d[0].buttons[1].caption, "View files in the File &Manager");
   EXPECT_EQ(d[0].checkCaption, "show this message next time.");
   ASSERT_EQ(f.launcher.calls.size(), 1u);
   EXPECT_EQ(f.launcher.calls[0].verb, "explore");

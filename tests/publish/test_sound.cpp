@@ -38,7 +38,7 @@ TEST(GetSound, TheNoticeComesFirstWithTheProgramsText) {
             "Kestrel Pane will run W2A utility to convert WAV file to AU type, because Java does "
             "not support WAV files." +
                 kCRLF + kCRLF + "Only WAV files in PCM format can be converted." + kCRLF + kCRLF +
-                "Please see \\Tools\\W2A\\ReadMe.txt for more information.");
+                "Please see Tools/W2A/ReadMe.txt for more information.");
 }
 
 TEST(GetSound, AnAuFileStartsNothingAndShowsNothing) {
@@ -77,7 +77,7 @@ TEST(GetSound, AConverterThatCannotStartIsToldAndTheNameStaysTheWav) {
   EXPECT_EQ(msgs[0].title, "Error");
   EXPECT_EQ(msgs[0].text, "There was an error when trying to convert WAV file to AU:" + kCRLF +
                               "No such file or directory" + kCRLF + kCRLF +
-                              "Please see \\Tools\\W2A\\ReadMe.txt");
+                              "Please see Tools/W2A/ReadMe.txt");
 }
 
 TEST(GetSound, DialogStartsInTheSoundsFolderAndRemembersTheNewOne) {
