@@ -135,6 +135,7 @@ void ButtonList::ShowNewButton() {
 }
 
 void ButtonList::btnAddBtn_Click() {
+  StepScope step(main_, {});
   frmDesign* d = Design();
   NextPlacement next{d->sngNewBtnX, d->sngNewBtnY};
   const ListResult r = AddButton(p_, env_, next, Gaps());
@@ -148,11 +149,13 @@ void ButtonList::btnAddBtn_Click() {
 }
 
 void ButtonList::btnDuplicate_Click() {
+  StepScope step(main_, Words().Duplicate);
   if (DuplicateButton(p_, env_) == ListResult::Done) ShowNewButton();
 }
 
 void ButtonList::btnRemove_Click() {
   if (p_.iCurBtn == 0 || p_.ButtonCount < 1) return;
+  StepScope step(main_, {});
   env_.prompter.Busy(true);
   const int from = p_.iCurBtn;
   const int last = p_.ButtonCount;
@@ -197,11 +200,13 @@ void ButtonList::txt_btnName_KeyUp() {
 void ButtonList::mnuCopy_Click() { CopyButton(p_, env_); }
 
 void ButtonList::mnuCut_Click() {
+  StepScope step(main_, Words().Cut);
   if (!CopyButton(p_, env_)) return;
   btnRemove_Click();
 }
 
 void ButtonList::mnuPaste_Click() {
+  StepScope step(main_, Words().Paste);
   const int before = p_.ButtonCount;
   btnAddBtn_Click();
   if (p_.ButtonCount == before) return;
@@ -220,12 +225,16 @@ void ButtonList::mnuMakeDefaultBtn_Click() { MakeDefaultButtonFromCurrent(p_, en
 
 void ButtonList::mnuBringToFront_Click() {
   const EditMenuState m = EditMenuStateOf(p_, panel_.SelectedRowCount(), "");
-  if (m.bringToFront) Design()->Public_mnuBringToFront_Click();
+  if (!m.bringToFront) return;
+  StepScope step(main_, Words().BringToFront);
+  Design()->Public_mnuBringToFront_Click();
 }
 
 void ButtonList::mnuSendBack_Click() {
   const EditMenuState m = EditMenuStateOf(p_, panel_.SelectedRowCount(), "");
-  if (m.sendBack) Design()->Public_mnuSendBack_Click();
+  if (!m.sendBack) return;
+  StepScope step(main_, Words().SendBack);
+  Design()->Public_mnuSendBack_Click();
 }
 
 // --- The Edit menu ------------------------------------------------------------------------------

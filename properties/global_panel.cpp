@@ -39,6 +39,16 @@ void ClickLabel::mouseReleaseEvent(QMouseEvent* e) {
     onClick();
 }
 
+UiTexts& GlobalPanel::ItemTexts() {
+  static UiTexts t = {
+      {"cmbBackImgStyle.0", "Manual"},
+      {"cmbBackImgStyle.1", "Center"},
+      {"cmbBackImgStyle.2", "Tile"},
+      {"cmbBackImgStyle.3", "Stretch"},
+  };
+  return t;
+}
+
 // The texts of the panel's own controls and of the applet's menu entries.
 UiTexts& GlobalPanel::Texts() {
   static UiTexts t = {
@@ -179,6 +189,7 @@ void GlobalPanel::BuildMenu() {
 
 void GlobalPanel::ApplyTexts() {
   const UiTexts& t = Texts();
+  SetItemTexts(cmbBackImgStyle, ItemTexts());
   lblUpdateDesignSize->setText(QTextOf(t, "lblUpdateDesignSize"));
   for (ClickLabel* l : {picUpdateDesignSize, lblUpdateDesignSize})
     l->setToolTip(QTextOf(t, "picUpdateDesignSize.ToolTip"));
@@ -353,6 +364,7 @@ void GlobalPanel::mnuDescent_Click() { Descent()->ShowDialog(); }
 
 void GlobalPanel::btnAppletProgram_Click(int k) {
   const QString caption = frmAppletAction->title() + btnAppletProgram[k]->toolTip();
+  StepScope step(main_, Words().AppletPrograms);
   frmSetAction::Of(main_, p_, env_)->myShow(kProgramKeys[k], PathBytes(caption));
 }
 

@@ -49,6 +49,9 @@ class GlobalPanel : public QObject {
   GlobalPanel(frmMain& main, Project& p, Env& env);
   ~GlobalPanel() override;
   static UiTexts& Texts();
+  // The items of the background picture's style list (after the shared
+  // messages in the main window's section).
+  static UiTexts& ItemTexts();
 
   // The applet record shown (SetMainParams, under bFillingPanel).
   void ShowMainParams();

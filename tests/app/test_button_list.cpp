@@ -358,7 +358,8 @@ class ButtonListTest : public QObject {
     for (QAction* x : a.main()->mnuEdit->actions())
       order << (x->isSeparator() ? QString("-") : x->menu() ? x->menu()->objectName()
                                                             : x->objectName());
-    const QStringList expected = {"mnuCut",          "mnuCopy",     "mnuPaste", "-",
+    const QStringList expected = {"mnuUndo",         "mnuRedo",     "-",
+                                  "mnuCut",          "mnuCopy",     "mnuPaste", "-",
                                   "mnuDuplicate",    "mnuDelete",   "-",        "mnuBringToFront",
                                   "mnuSendBack",     "-",           "mnuAlign", "mnuGrid",
                                   "mnuLOCKED",       "mnuRefresh"};

@@ -26,6 +26,7 @@
 #include "design/frm_design.h"
 #include "platform/qt_settings_store.h"
 #include "project/button_record.h"
+#include "properties/button_list.h"
 #include "properties/button_panel.h"
 #include "properties/frm_main.h"
 #include "properties/frm_pic_browser.h"
@@ -91,6 +92,11 @@ std::string RecordWithout(tButton b, const tButton& was) {
   b.y = was.y;
   b.Label[2] = was.Label[2];
   return WithOverLabelPlaceOf(b, was);
+}
+
+std::string ReadBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 QRect RectOf(const tButton& b) { return QRect(b.x, b.y, b.Width, b.Height); }
@@ -321,6 +327,146 @@ class RoadTest : public QObject {
     QVERIFY(r.main()->mnuRecent[0]->isVisible());
     QCOMPARE(r.main()->mnuRecent[0]->data().toByteArray().toStdString(), file);
     QVERIFY(r.main()->close());
+  }
+
+  void tenKindsOfChangeUndoneSaveTheOriginalBytesAndRedoneComeBack() {
+    DemoSession d("Params\\bAlignXY=0\n");
+    Run r(d.Args());
+    QCOMPARE(r.program->Main(r.opt.commandLine), -1);
+    // The project as this program writes it (full media paths, labels
+    // placed), before any change.
+    r.main()->mnuSave->trigger();
+    const std::string original = ReadBytes(d.file);
+    QVERIFY(!original.empty());
+    frmMain* m = r.main();
+    frmDesign* w = r.design();
+    const int count = r.p().ButtonCount;
+    QVERIFY(count >= 7);
+    QVERIFY(!m->mnuUndo->isEnabled());
+    // The keys go to the window the user works in.
+    m->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m));
+    auto settle = [] {
+      QTest::qWait(0);
+      QCoreApplication::processEvents();
+    };
+    auto centre = [&](int i) {
+      const tButton& b = r.p().button(i);
+      return QPoint(b.x + b.Width / 2, b.y + b.Height / 2 + 5);
+    };
+    auto type = [&](QLineEdit* f, const QString& text) {
+      f->setFocus();
+      f->selectAll();
+      QTest::keyClicks(f, text);
+      QTest::keyClick(f, Qt::Key_Tab);
+      settle();
+    };
+    QStringList steps;
+    auto done = [&] {
+      settle();
+      steps << m->mnuUndo->text();
+    };
+
+    // 1. A drag of the first button.
+    ClickRow(r, 0);
+    QTest::mousePress(w, Qt::LeftButton, Qt::NoModifier, centre(1));
+    QTest::mouseMove(w, centre(1) + QPoint(6, 4));
+    QTest::mouseRelease(w, Qt::LeftButton, Qt::NoModifier, centre(1) + QPoint(6, 4));
+    done();
+    // 2. Three presses of an arrow key.
+    for (int k = 0; k < 3; ++k) QTest::keyClick(w, Qt::Key_Down);
+    done();
+    // 3. A tip typed in the panel.
+    type(r.panel()->txtTip, "Road tip");
+    done();
+    // 4. A new name.
+    type(r.panel()->txt_btnName, "Road name");
+    done();
+    // 5. Two buttons lined up at the top.
+    int other = 3;
+    while (other < count && r.p().button(other).y == r.p().button(2).y) ++other;
+    QVERIFY(r.p().button(other).y != r.p().button(2).y);
+    ClickRow(r, 1);
+    ClickRow(r, other - 1, Qt::ControlModifier);
+    m->mnuAlign_Top->trigger();
+    done();
+    // 6. A new button.
+    QTest::mouseClick(r.panel()->List().btnAddBtn, Qt::LeftButton);
+    done();
+    // 7. The selection duplicated with Ctrl+D.
+    ClickRow(r, 3);
+    QTest::keyClick(m->lstButtons, Qt::Key_D, Qt::ControlModifier);
+    done();
+    // 8. Two buttons deleted with the Delete key.
+    ClickRow(r, 4);
+    ClickRow(r, 5, Qt::ControlModifier);
+    QTest::keyClick(m->lstButtons, Qt::Key_Delete);
+    done();
+    // 9. One step down in the stacking order.
+    ClickRow(r, 2);
+    r.panel()->List().mnuSendBack->trigger();
+    done();
+    // 10. The applet's width, typed and confirmed.
+    QLineEdit* width = m->txtAppletWidth;
+    width->setFocus();
+    width->selectAll();
+    QTest::keyClicks(width, "333");
+    QTest::keyClick(width, Qt::Key_Return);
+    done();
+
+    QCOMPARE(steps.size(), 10);
+    QCOMPARE(steps[0], QString("Undo Move Button"));
+    QCOMPARE(steps[1], QString("Undo Move Button"));
+    QCOMPARE(steps[3], QString("Undo Rename Button"));
+    QCOMPARE(steps[4], QString("Undo Align Top"));
+    QCOMPARE(steps[5], QString("Undo Add Button"));
+    QCOMPARE(steps[6], QString("Undo Duplicate"));
+    QCOMPARE(steps[7], QString("Undo Delete 2 Buttons"));
+    QCOMPARE(steps[8], QString("Undo Send Back"));
+    QCOMPARE(steps[9], QString("Undo Resize Applet"));
+    QCOMPARE(m->History().StepCount(), size_t(10));
+    QVERIFY(!r.p().bProjectSaved);
+    QVERIFY(m->windowTitle().startsWith("*"));
+    std::vector<std::string> changed;
+    for (int i = 1; i <= r.p().ButtonCount; ++i) changed.push_back(ButtonRecordText(r.p().button(i)));
+
+
+    // Undo everything, then save: the file is the one that was loaded.
+    int undone = 0;
+    while (m->mnuUndo->isEnabled()) {
+      QTest::keyClick(m->lstButtons, Qt::Key_Z, Qt::ControlModifier);
+      ++undone;
+      QVERIFY(undone <= 10);
+    }
+    QCOMPARE(undone, 10);
+    QVERIFY(r.p().bProjectSaved);
+    QVERIFY(!m->windowTitle().startsWith("*"));
+    QCOMPARE(int(r.p().ButtonCount), count);
+    QCOMPARE(m->lstButtons->count(), count);
+    r.p().bProjectSaved = false;
+    m->mnuSave->trigger();
+    QVERIFY(r.prompter.boxes.empty());
+    QVERIFY(ReadBytes(d.file) == original);
+
+    // Redo everything: every change is back, in the model and the picture.
+    int redone = 0;
+    while (m->mnuRedo->isEnabled()) {
+      QTest::keyClick(m->lstButtons, Qt::Key_Y, Qt::ControlModifier);
+      ++redone;
+      QVERIFY(redone <= 10);
+    }
+    QCOMPARE(redone, 10);
+    QCOMPARE(int(r.p().ButtonCount), int(changed.size()));
+    for (int i = 1; i <= r.p().ButtonCount; ++i)
+      QCOMPARE(ButtonRecordText(r.p().button(i)), changed[static_cast<size_t>(i - 1)]);
+    QCOMPARE(int(r.p().AppletWidth), 333);
+    // The picture after the redo is the one a full repaint of the model gives.
+    const QImage redonePicture = w->Composed();
+    w->RepaintAll();
+    QCOMPARE(redonePicture, w->Composed());
+    QVERIFY(!r.p().bProjectSaved);
+    r.p().bProjectSaved = true;
+    QVERIFY(m->close());
   }
 
   void anOverProgramAndADownPictureChosenInTheirWindowsSurviveSaveAndReopen() {
