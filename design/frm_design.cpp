@@ -110,6 +110,7 @@ frmDesign::frmDesign(Project& p, Env& env, DesignHost& host, QWidget* parent)
   mnuRefresh = mnuCommon->addAction(QString(), [this] { mnuRefresh_Click(); });
   mnuRefresh->setObjectName("mnuRefresh");
   mnuRefresh->setShortcut(Qt::Key_F5);
+  BuildZoomMenu();
   // Entries whose command is not there yet are not offered.
   connect(mnuCommon, &QMenu::aboutToShow, this, [this] {
     mnuNewButton->setEnabled(static_cast<bool>(btnAddBtn_Click));
@@ -131,6 +132,7 @@ void frmDesign::ApplyTexts() {
   mnuLOCKED->setText(DesignQText(t, "mnuLOCKED"));
   mnuGrid->setText(DesignQText(t, "mnuGrid"));
   mnuRefresh->setText(DesignQText(t, "mnuRefresh"));
+  ApplyZoomTexts();
 }
 
 void frmDesign::Form_Load(const LangSettings& lang, const QIcon& icon) {
@@ -281,11 +283,9 @@ void frmDesign::PaintOverlays(QPainter& painter) const {
     if (!picLabelPositioner.visible) return;
     const QRect r = MarkerRect();
     painter.fillRect(r, QColor(255, 255, 0));
-    painter.setPen(Qt::black);
-    painter.drawLine(r.left() + r.width() - 1, r.top(), r.left() + r.width() - 1,
-                     r.top() + r.height() - 1);
-    painter.drawLine(r.left(), r.top() + r.height() - 1, r.left() + r.width() - 1,
-                     r.top() + r.height() - 1);
+    // One applet pixel wide at every zoom.
+    painter.fillRect(r.left() + r.width() - 1, r.top(), 1, r.height(), Qt::black);
+    painter.fillRect(r.left(), r.top() + r.height() - 1, r.width(), 1, Qt::black);
   };
   if (markerOnTop_) {
     sizers();
@@ -301,6 +301,9 @@ void frmDesign::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QImage& design = scene_->Design().img;
   painter.fillRect(rect(), Qt::white);
+  // Zoomed, every applet pixel becomes a square of screen pixels: the
+  // painter does not smooth unless asked.
+  painter.scale(zoom_, zoom_);
   painter.drawImage(0, 0, design);
   for (int i = 1; i <= p_.ButtonCount; ++i) {
     if (!scene_->HasSurface(i)) continue;
@@ -325,7 +328,12 @@ void frmDesign::ShowOver(QWidget* mainWindow, bool onTop) {
 
 void frmDesign::SetClientSize(int w, int h) {
   EnsureDesignSize(w, h);
-  resize(w, h);
+  // An applet too large for the zoomed view is shown at 1:1 again.
+  if (!ZoomFits(zoom_, w, h)) {
+    zoom_ = 1;
+    UpdateZoomMenu();
+  }
+  resize(w * zoom_, h * zoom_);
   // The platform may tell of the new size later, or not at all when the
   // window is hidden: the resize path runs now unless it already ran.
   if (w != p_.AppletWidth || h != p_.AppletHeight) Form_Resize(w, h);
@@ -333,11 +341,14 @@ void frmDesign::SetClientSize(int w, int h) {
 
 void frmDesign::resizeEvent(QResizeEvent* e) {
   QWidget::resizeEvent(e);
-  EnsureDesignSize(width(), height());
+  if (StaleZoomSize(size())) return;
+  const int w = AppletSpan(width(), zoom_), h = AppletSpan(height(), zoom_);
+  EnsureDesignSize(w, h);
   // A size the applet already has is no resize of the applet (a window
-  // shown for the first time, or a size set from code arriving late).
-  if (width() == p_.AppletWidth && height() == p_.AppletHeight) return;
-  Form_Resize(width(), height());
+  // shown for the first time, a size set from code arriving late, or a
+  // change of zoom).
+  if (w == p_.AppletWidth && h == p_.AppletHeight) return;
+  Form_Resize(w, h);
 }
 
 void frmDesign::Form_Resize(int w, int h) {
@@ -355,7 +366,9 @@ void frmDesign::Form_Resize(int w, int h) {
   update();
 }
 
-void frmDesign::Call_RESIZE() { Form_Resize(width(), height()); }
+void frmDesign::Call_RESIZE() {
+  Form_Resize(AppletSpan(width(), zoom_), AppletSpan(height(), zoom_));
+}
 
 bool frmDesign::CHECK_POS_frmDesign() {
   QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen();
@@ -435,10 +448,11 @@ void frmDesign::dropEvent(QDropEvent* e) {
 // --- Routing of the mouse and the keys ---------------------------------------------------
 
 void frmDesign::mousePressEvent(QMouseEvent* e) {
-  const QPointF at = e->position();
+  const QPointF at = AppletPos(e->position());
   const QPoint pt(RoundHalfEven(at.x()), RoundHalfEven(at.y()));
   const int button = ButtonOf(e->button());
   const int shift = ShiftOf(e->modifiers());
+  EndStaleCapture(e->buttons() & ~Qt::MouseButtons(e->button()));
   if (captured_ != Target::None) return;  // a second button during a drag
   pressGlobal_ = e->globalPosition().toPoint();
   capturedButton_ = button;
@@ -490,7 +504,7 @@ void frmDesign::mousePressEvent(QMouseEvent* e) {
 }
 
 void frmDesign::mouseMoveEvent(QMouseEvent* e) {
-  const QPointF at = e->position();
+  const QPointF at = AppletPos(e->position());
   const int shift = ShiftOf(e->modifiers());
   // Events go to the control that took the press, in its coordinates as
   // it stands now: after a move, the next X holds the smaller distance.
@@ -516,7 +530,7 @@ void frmDesign::mouseMoveEvent(QMouseEvent* e) {
 }
 
 void frmDesign::mouseReleaseEvent(QMouseEvent* e) {
-  const QPointF at = e->position();
+  const QPointF at = AppletPos(e->position());
   const int shift = ShiftOf(e->modifiers());
   const Target t = captured_;
   captured_ = Target::None;
@@ -543,6 +557,7 @@ void frmDesign::mouseReleaseEvent(QMouseEvent* e) {
 }
 
 void frmDesign::keyPressEvent(QKeyEvent* e) {
+  if (ZoomKey(*e)) return;
   int code = 0;
   switch (e->key()) {
     case Qt::Key_X: code = 0x58; break;

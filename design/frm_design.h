@@ -20,6 +20,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/env.h"
 #include "core/language.h"
@@ -29,6 +30,7 @@
 
 class QAction;
 class QIcon;
+class QKeyEvent;
 class QMenu;
 
 namespace kp {
@@ -148,6 +150,19 @@ class frmDesign : public QWidget {
   bool CHECK_POS_frmDesign();
   void Center_frmDesign();
   void mnuRefresh_Click();
+
+  // --- Zoom ----------------------------------------------------------------------------
+
+  // Screen pixels an applet pixel: 1, 2, 4 or 8. A view setting only: the
+  // surfaces stay at 1:1, the applet keeps its size and nothing of it
+  // reaches the project.
+  int Zoom() const { return zoom_; }
+  // Takes a step when the zoomed window fits on the screen; otherwise the
+  // zoom stays.
+  void SetZoom(int zoom);
+  bool ZoomFits(int zoom) const { return ZoomFits(zoom, p_.AppletWidth, p_.AppletHeight); }
+  bool ZoomFits(int zoom, int appletW, int appletH) const;
+
   // The main window's refresh routine: everything under the buttons
   // repainted, forced.
   void Refresh();
@@ -205,6 +220,9 @@ class frmDesign : public QWidget {
   QAction* mnuLOCKED;
   QAction* mnuGrid;
   QAction* mnuRefresh;
+  QMenu* mnuZoom;
+  // 100, 200, 400 and 800 %, in the order of kZoomSteps.
+  std::array<QAction*, 4> mnuZoomSteps{};
 
   // Set by the program's shutdown: only then may the window close.
   bool bUnloading = false;
@@ -218,6 +236,7 @@ class frmDesign : public QWidget {
   void mouseMoveEvent(QMouseEvent* e) override;
   void mouseReleaseEvent(QMouseEvent* e) override;
   void keyPressEvent(QKeyEvent* e) override;
+  void wheelEvent(QWheelEvent* e) override;
   void dragEnterEvent(QDragEnterEvent* e) override;
   void dropEvent(QDropEvent* e) override;
 
@@ -244,6 +263,24 @@ class frmDesign : public QWidget {
   QRect MarkerRect() const;
   void PaintOverlays(QPainter& painter) const;
   std::string TitleTail() const;
+  void BuildZoomMenu();
+  void ApplyZoomTexts();
+  void UpdateZoomMenu();
+  // Ctrl with plus, minus or 0; true when the key was a zoom key.
+  bool ZoomKey(const QKeyEvent& e);
+  // A window position in applet pixels.
+  QPointF AppletPos(const QPointF& windowPos) const;
+  // A window manager answers a resize later: after quick zoom steps a size
+  // of an earlier step may still arrive, and is no resize of the applet.
+  bool StaleZoomSize(const QSize& s);
+  // A press came while an earlier press still held the capture although
+  // its button is up: the release went to a menu or dialog. The earlier
+  // press ends here, so the new one is not lost.
+  void EndStaleCapture(Qt::MouseButtons held);
+  // Transparent buttons above a dragged one that took a piece of it; the
+  // drag's end paints them again from what lies under them now.
+  void NotePassedTransparent(int i);
+  void RefreshPassedTransparent();
 
   Project& p_;
   Env& env_;
@@ -262,6 +299,11 @@ class frmDesign : public QWidget {
   int capturedButton_ = 0;
   // Where the last press was, on the screen: popup menus open there.
   QPoint pressGlobal_;
+  int zoom_ = 1;
+  bool zoomPending_ = false;
+  // Wheel steps short of a whole notch (touchpads send small ones).
+  int wheelRest_ = 0;
+  std::vector<int> passedTransparent_;
 };
 
 }  // namespace kp

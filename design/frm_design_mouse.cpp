@@ -156,6 +156,7 @@ void frmDesign::pButtons_MouseMove(int i, int, int, double X, double Y) {
       if (!host_.IsSelected(j)) continue;
       if (s != 0 && p_.button(j).noBackGround[s]) scene_->RedrawButton(j, false, false, true, true);
       else scene_->RedrawTransparentAbove(j);
+      NotePassedTransparent(j);
     }
     sngLastX = p_.button(p_.iCurBtn).x;
     sngLastY = p_.button(p_.iCurBtn).y;
@@ -167,6 +168,8 @@ void frmDesign::pButtons_MouseMove(int i, int, int, double X, double Y) {
 
 void frmDesign::pButtons_MouseUp(int i, int, int, double, double) {
   bMouseDownBtn = false;
+  // A transparent button the drag has left still shows a piece of it.
+  RefreshPassedTransparent();
   if (!ValidButton(i)) return;
   // A group is not snapped to the grid.
   if (host_.SelectedCount() <= 1) {
@@ -281,12 +284,15 @@ void frmDesign::Nudge(int dx, int dy) {
   const int s = GetStateIndex(p_.sState);
   for (int j : moved) {
     if (!scene_->HasSurface(j)) continue;
+    NotePassedTransparent(j);
     kp::Surface& surf = scene_->pButtons(j);
     surf.Left = p_.button(j).x;
     surf.Top = p_.button(j).y;
     if (s != 0 && p_.button(j).noBackGround[s]) scene_->RedrawButton(j, false, false, true, false);
     scene_->RedrawTransparentAbove(j);
   }
+  // What the step has left keeps no piece of the moved buttons.
+  RefreshPassedTransparent();
   if (!moved.empty()) p_.bProjectSaved = false;
   FillPanel();
   if (ValidButton(p_.iCurBtn)) {

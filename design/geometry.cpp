@@ -259,6 +259,32 @@ std::pair<int, int> LabelPosFromMarker(double left, double top, int x, int y) {
   return {RoundHalfEven(left - x + 1), RoundHalfEven(top - y - 1)};
 }
 
+// --- Zoom ---------------------------------------------------------------------------------
+
+int ZoomIn(int zoom) {
+  for (int z : kZoomSteps)
+    if (z > zoom) return z;
+  return zoom;
+}
+
+int ZoomOut(int zoom) {
+  int lower = zoom;
+  for (int z : kZoomSteps)
+    if (z < zoom) lower = z;
+  return lower;
+}
+
+double ToApplet(double windowCoord, int zoom) {
+  if (zoom <= 1) return windowCoord;
+  return std::floor(windowCoord / zoom);
+}
+
+int AppletSpan(int windowPixels, int zoom) {
+  if (zoom <= 1) return windowPixels;
+  // Whole applet pixels only: a window a few pixels wider shows no more.
+  return std::max(0, windowPixels) / zoom;
+}
+
 // --- The window on the screen ------------------------------------------------------------
 
 bool FitsOnScreen(int right, int bottom, int screenClientW, int screenClientH) {

@@ -147,6 +147,22 @@ std::vector<int> NudgeSelected(Project& p, const Selection& sel, int dx, int dy)
 PointD MarkerPos(int x, int y, int posX, int posY);
 std::pair<int, int> LabelPosFromMarker(double left, double top, int x, int y);
 
+// --- Zoom ---------------------------------------------------------------------------------
+
+// The design window shows the applet at 1, 2, 4 or 8 screen pixels an
+// applet pixel; the surfaces stay at 1:1 and only the view is scaled.
+inline constexpr int kZoomSteps[] = {1, 2, 4, 8};
+
+// The next step up (down) from `zoom`; the same at either end.
+int ZoomIn(int zoom);
+int ZoomOut(int zoom);
+// The applet pixel under a window coordinate: at 1:1 the coordinate as it
+// is, zoomed the pixel it falls in, so that the pixel grabbed stays under
+// the mouse.
+double ToApplet(double windowCoord, int zoom);
+// The applet's extent that a window extent of `windowPixels` shows.
+int AppletSpan(int windowPixels, int zoom);
+
 // --- The window on the screen ------------------------------------------------------------
 
 // CHECK_POS_frmDesign: the window's right and bottom edges lie within the

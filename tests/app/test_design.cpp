@@ -319,7 +319,8 @@ class DesignTest : public QObject {
     QStringList texts;
     for (QAction* a : b.d->mnuCommon->actions())
       if (!a->isSeparator()) texts << a->text();
-    QCOMPARE(texts, QStringList({"&New Button", "&Paste", "&Lock Buttons", "&Grid...", "&Refresh"}));
+    QCOMPARE(texts, QStringList({"&New Button", "&Paste", "&Lock Buttons", "&Grid...", "&Refresh",
+                                   "&Zoom"}));
     QVERIFY(b.d->mnuLOCKED->isCheckable());
     b.d->mnuCommon->hide();
   }

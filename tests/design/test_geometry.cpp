@@ -394,5 +394,34 @@ TEST(FitsOnScreen, RightAndBottomEdgesWithinTheScreen) {
   EXPECT_EQ(CentredPos(200, 100, 800, 600), std::make_pair(300, 250));
 }
 
+TEST(Zoom, StepsGoThroughOneTwoFourEightAndStopAtTheEnds) {
+  EXPECT_EQ(ZoomIn(1), 2);
+  EXPECT_EQ(ZoomIn(2), 4);
+  EXPECT_EQ(ZoomIn(4), 8);
+  EXPECT_EQ(ZoomIn(8), 8);
+  EXPECT_EQ(ZoomOut(8), 4);
+  EXPECT_EQ(ZoomOut(4), 2);
+  EXPECT_EQ(ZoomOut(2), 1);
+  EXPECT_EQ(ZoomOut(1), 1);
+}
+
+TEST(Zoom, AWindowCoordinateFallsInTheAppletPixelUnderIt) {
+  EXPECT_DOUBLE_EQ(ToApplet(41.0, 1), 41.0);
+  EXPECT_DOUBLE_EQ(ToApplet(40.5, 1), 40.5);
+  EXPECT_DOUBLE_EQ(ToApplet(40.0, 4), 10.0);
+  EXPECT_DOUBLE_EQ(ToApplet(43.0, 4), 10.0);
+  EXPECT_DOUBLE_EQ(ToApplet(44.0, 4), 11.0);
+  EXPECT_DOUBLE_EQ(ToApplet(-1.0, 8), -1.0);
+  EXPECT_DOUBLE_EQ(ToApplet(15.0, 8), 1.0);
+}
+
+TEST(Zoom, TheWindowShowsWholeAppletPixelsOnly) {
+  EXPECT_EQ(AppletSpan(403, 1), 403);
+  EXPECT_EQ(AppletSpan(400, 4), 100);
+  EXPECT_EQ(AppletSpan(403, 4), 100);
+  EXPECT_EQ(AppletSpan(807, 8), 100);
+  EXPECT_EQ(AppletSpan(-5, 2), 0);
+}
+
 }  // namespace
 }  // namespace kp
