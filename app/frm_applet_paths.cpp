@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "publish/player.h"
+#include "design/escape_key.h"
 
 namespace kp {
 
@@ -76,6 +77,8 @@ frmAppletPaths::frmAppletPaths(Project& p, Env& env, GeneratorState& st, const L
   btnClose->setObjectName("btnClose");
   connect(btnRestoreDefaults, &QPushButton::clicked, this, [this] { btnRestoreDefaults_Click(); });
   connect(btnClose, &QPushButton::clicked, this, [this] { btnClose_Click(); });
+  // Escape closes it as it closes a dialog.
+  CloseOnEscape(this, [this] { btnClose_Click(); });
   // Only the user's change is stored, not the filling from the setting.
   connect(chkAddPlayerScript, &QCheckBox::clicked, this, [this] { chkAddPlayerScript_Click(); });
 

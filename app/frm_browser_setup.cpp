@@ -160,6 +160,12 @@ frmBrowserSetup::frmBrowserSetup(Env& env, QWidget* parent) : QDialog(parent), e
   for (QListWidget* l : {ListNames, ListPaths}) l->setSelectionMode(QAbstractItemView::SingleSelection);
   ListNames->setMinimumWidth(150);
   ListPaths->setMinimumWidth(300);
+  // Each list is read out under the caption above it; a list does not ask
+  // its label for a name, so it is given the label's text.
+  lblNames->setBuddy(ListNames);
+  lblPaths->setBuddy(ListPaths);
+  ListNames->setAccessibleName(lblNames->text().remove('&'));
+  ListPaths->setAccessibleName(lblPaths->text().remove('&'));
   btnAddBrowser = new QPushButton(QTextOf(t, "btnAddBrowser"), this);
   btnAddBrowser->setObjectName("btnAddBrowser");
   btnEdit = new QPushButton(QTextOf(t, "btnEdit"), this);

@@ -32,6 +32,7 @@
 #include "publish/browsers.h"
 #include "publish/player.h"
 #include "publish/replace.h"
+#include "design/escape_key.h"
 
 namespace kp {
 
@@ -65,6 +66,7 @@ UiTexts& frmHTML::Texts() {
       {"sCheckingAU", "Checking AU file(s)..."},
       // Added after the others: older language files keep their lines.
       {"lblPlayerNote", "The page shows the bar in today's browsers through KestrelPane.js."},
+      {"txtAutoReplaceHTML_FileName.Name", "HTML file"},
   };
   return t;
 }
@@ -159,6 +161,8 @@ void frmHTML::BuildControls() {
   button(btnAdvanced, "btnAdvanced", [this] { btnAdvanced_Click(); });
   button(btnPreview, "btnPreview", [this] { btnPreview_Click(); });
   button(btnClose, "btnClose", [this] { btnClose_Click(); });
+  // Escape closes it as it closes a dialog.
+  CloseOnEscape(this, [this] { btnClose_Click(); });
 
   lblPlayerNote = new QLabel(this);
   lblPlayerNote->setObjectName("lblPlayerNote");
@@ -255,6 +259,9 @@ void frmHTML::ApplyTexts() {
   chkUpdateRequired->setText(QTextOf(t, "chkUpdateRequired"));
   lblMessage->setText(QTextOf(t, "lblMessage"));
   lblPlayerNote->setText(QTextOf(t, "lblPlayerNote"));
+  // Neither box has a label beside it; the frame's title is not the field's.
+  txtHTML->setAccessibleName(QTextOf(t, "frmHTML"));
+  txtAutoReplaceHTML_FileName->setAccessibleName(QTextOf(t, "txtAutoReplaceHTML_FileName.Name"));
   if (cmbBrowser->count() > 0) cmbBrowser->setItemText(0, QTextOf(t, "sDefault"));
 }
 

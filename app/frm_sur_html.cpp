@@ -7,10 +7,10 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "app/box_text.h"
+#include "design/escape_key.h"
 
 namespace kp {
 
@@ -66,8 +66,7 @@ frmSurHTML::frmSurHTML(Project& p, Env& env, GeneratorState& st, const LangSetti
   connect(btnApply, &QPushButton::clicked, this, [this] { btnApply_Click(); });
   connect(btnOK, &QPushButton::clicked, this, [this] { btnOK_Click(); });
   connect(btnCANCEL, &QPushButton::clicked, this, [this] { btnCANCEL_Click(); });
-  auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
-  connect(escape, &QShortcut::activated, this, [this] { btnCANCEL_Click(); });
+  CloseOnEscape(this, [this] { btnCANCEL_Click(); });
 
   // The boxes share the height; before and after hold the most text.
   auto* root = new QVBoxLayout(this);

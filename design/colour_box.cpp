@@ -1,16 +1,20 @@
 #include "design/colour_box.h"
 
-#include <QMouseEvent>
+#include <QKeyEvent>
 #include <QPainter>
-
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+#include <qdrawutil.h>
 
 namespace kp {
 
-ColourBox::ColourBox(QWidget* parent) : QFrame(parent) {
-  setFrameStyle(QFrame::Panel | QFrame::Sunken);
-  setLineWidth(1);
+ColourBox::ColourBox(QWidget* parent) : QAbstractButton(parent) {
   setMinimumSize(24, 18);
   setCursor(Qt::PointingHandCursor);
+  setFocusPolicy(Qt::StrongFocus);
+  connect(this, &QAbstractButton::clicked, this, [this] {
+    if (onClick) onClick();
+  });
 }
 
 void ColourBox::setColour(Colour c) {
@@ -18,17 +22,31 @@ void ColourBox::setColour(Colour c) {
   update();
 }
 
-void ColourBox::paintEvent(QPaintEvent* e) {
+void ColourBox::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.fillRect(contentsRect(),
+  const QRect r = rect();
+  painter.fillRect(r.adjusted(1, 1, -1, -1),
                    QColor(colour_ & 0xFF, (colour_ >> 8) & 0xFF, (colour_ >> 16) & 0xFF));
-  painter.end();
-  QFrame::paintEvent(e);
+  qDrawShadePanel(&painter, r, palette(), true, 1);
+  if (hasFocus()) {
+    // A dotted ring inside the sunken edge, visible on any colour.
+    QPen pen(Qt::black, 1, Qt::DotLine);
+    painter.setPen(pen);
+    painter.drawRect(r.adjusted(2, 2, -3, -3));
+    pen.setColor(Qt::white);
+    pen.setDashOffset(1);
+    painter.setPen(pen);
+    painter.drawRect(r.adjusted(2, 2, -3, -3));
+  }
 }
 
-void ColourBox::mouseReleaseEvent(QMouseEvent* e) {
-  if (e->button() == Qt::LeftButton && rect().contains(e->position().toPoint()) && onClick)
-    onClick();
+void ColourBox::keyPressEvent(QKeyEvent* e) {
+  // Enter picks the colour as Space does.
+  if (e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter) {
+    click();
+    return;
+  }
+  QAbstractButton::keyPressEvent(e);
 }
 
 }  // namespace kp

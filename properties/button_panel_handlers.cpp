@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QToolButton>
 
 #include "core/conv.h"
@@ -52,6 +53,12 @@ void ButtonPanel::SwitchState(const char* state) {
 void ButtonPanel::btnUpState_Click() { SwitchState("UP"); }
 void ButtonPanel::btnOverState_Click() { SwitchState("OVER"); }
 void ButtonPanel::btnDownState_Click() { SwitchState("DOWN"); }
+
+void ButtonPanel::SwitchTab(const std::string& state) {
+  if (state == "UP") btnUpState_Click();
+  else if (state == "OVER") btnOverState_Click();
+  else btnDownState_Click();
+}
 
 // --- Copy to the other states ----------------------------------------------------------
 
@@ -103,6 +110,8 @@ void ButtonPanel::btnAdvanced_Click() {
     btnAdvanced->setText(">>");
     btnAdvanced->setToolTip(DisplayText(main_.sLESSOPTIONS));
   }
+  // "<<" and ">>" say nothing to a screen reader; the tool tip does.
+  btnAdvanced->setAccessibleName(btnAdvanced->toolTip());
 }
 
 void ButtonPanel::chkDOWNBtn_MouseUp() {
@@ -150,6 +159,8 @@ void ButtonPanel::chkPositionText_MouseUp() {
 
 void ButtonPanel::ToggleLook(PictureToggle* t, bool on) {
   t->ShowLook(on ? PictureToggle::Pressed : PictureToggle::Hovered);
+  const QSignalBlocker quiet(t);
+  t->setChecked(on);
 }
 
 void ButtonPanel::imgBold_MouseDown() {

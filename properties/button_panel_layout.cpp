@@ -10,9 +10,12 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 #include "properties/button_panel.h"
 #include "design/colour_box.h"
@@ -150,19 +153,31 @@ QLineEdit* NumberField(QWidget* parent, const char* name, int width = 40) {
   return f;
 }
 
+// Long enough for a thumb that can travel between the two arrows.
 QScrollBar* SmallScroll(QWidget* parent, const char* name) {
   auto* s = Named(new QScrollBar(Qt::Horizontal, parent), name);
   s->setRange(0, 999);
-  s->setFixedWidth(48);
+  s->setMinimumWidth(72);
+  s->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   return s;
+}
+
+// Shown or hidden, the widget keeps its place, so that its neighbours do
+// not move and the panel does not grow when it appears.
+void KeepPlace(QWidget* w) {
+  QSizePolicy sp = w->sizePolicy();
+  sp.setRetainSizeWhenHidden(true);
+  w->setSizePolicy(sp);
 }
 
 }  // namespace
 
 PictureToggle::PictureToggle(const QString& letter, bool italic, QWidget* parent)
-    : QLabel(parent) {
+    : QAbstractButton(parent) {
   for (int k = 0; k < 3; ++k)
     pictures_[static_cast<size_t>(k)] = TogglePicture(letter, italic, static_cast<Look>(k), palette());
+  setCheckable(true);
+  setFocusPolicy(Qt::StrongFocus);
   setFixedSize(22, 22);
   setMouseTracking(true);
   ShowLook(Up);
@@ -170,12 +185,25 @@ PictureToggle::PictureToggle(const QString& letter, bool italic, QWidget* parent
 
 void PictureToggle::ShowLook(Look look) {
   look_ = look;
-  setPixmap(pictures_[static_cast<size_t>(look)]);
+  update();
 }
 
+void PictureToggle::paintEvent(QPaintEvent*) {
+  QPainter g(this);
+  g.drawPixmap(0, 0, pictures_[static_cast<size_t>(look_)]);
+  if (hasFocus()) {
+    g.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+    g.drawRect(rect().adjusted(2, 2, -3, -3));
+  }
+}
+
+// The press itself flips the toggle, as the pictures always did; the
+// release does nothing more.
 void PictureToggle::mousePressEvent(QMouseEvent* e) {
   if (e->button() == Qt::LeftButton && onMouseDown) onMouseDown();
 }
+
+void PictureToggle::mouseReleaseEvent(QMouseEvent*) {}
 
 void PictureToggle::mouseMoveEvent(QMouseEvent*) {
   if (onMouseMove) onMouseMove();
@@ -183,6 +211,11 @@ void PictureToggle::mouseMoveEvent(QMouseEvent*) {
 
 void PictureToggle::enterEvent(QEnterEvent*) {
   if (onMouseMove) onMouseMove();
+}
+
+// Space: the panel's handler flips the flag and sets the checked state.
+void PictureToggle::nextCheckState() {
+  if (onMouseDown) onMouseDown();
 }
 
 // --- Controls ------------------------------------------------------------------
@@ -272,6 +305,9 @@ void ButtonPanel::BuildControls() {
   btnAction = Named(new QPushButton(this), "btnAction");
   cmbAction = Named(new QComboBox(this), "cmbAction");
 
+  // A translated item widens its list rather than being cut.
+  for (QComboBox* c : {cmbImgStyle, cmbBorderStyle})
+    c->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   for (QPushButton* b : findChildren<QPushButton*>()) b->setAutoDefault(false);
   frameImgOffset->hide();
   frameTextPos->hide();
@@ -299,7 +335,7 @@ void ButtonPanel::BuildLayout() {
     auto* row = new QHBoxLayout;
     row->addWidget(txtLabel, 1);
     row->addWidget(btnMultiLine);
-    g->addLayout(row, r, 1, 1, 3);
+    g->addLayout(row, r, 1);
   }
   ++r;
   g->addWidget(Caption(Frame1, "lblFont"), r, 0);
@@ -309,20 +345,22 @@ void ButtonPanel::BuildLayout() {
     row->addWidget(lsFontSize);
     row->addWidget(imgBold);
     row->addWidget(imgItalic);
-    g->addLayout(row, r, 1, 1, 3);
+    g->addLayout(row, r, 1);
   }
   ++r;
   {
+    // A caption, a gap, its swatch; a wider gap to the next pair.
     auto* row = new QHBoxLayout;
+    row->setSpacing(6);
     row->addWidget(Caption(Frame1, "lblFontColor"));
     row->addWidget(picFontColor);
-    row->addSpacing(8);
+    row->addSpacing(12);
     row->addWidget(Caption(Frame1, "lblBackColor"));
     row->addWidget(picBackColor);
-    row->addSpacing(8);
+    row->addSpacing(12);
     row->addWidget(chkTransparent);
     row->addStretch();
-    g->addLayout(row, r, 0, 1, 4);
+    g->addLayout(row, r, 0, 1, 2);
   }
   ++r;
   {
@@ -332,12 +370,13 @@ void ButtonPanel::BuildLayout() {
     pos->addWidget(txtLabelPosX);
     pos->addWidget(Caption(frameTextPos, "lblLabelPosY"));
     pos->addWidget(txtLabelPosY);
+    KeepPlace(frameTextPos);
     auto* row = new QHBoxLayout;
     row->addWidget(chkCenterText);
     row->addWidget(chkPositionText);
     row->addWidget(frameTextPos);
     row->addStretch();
-    g->addLayout(row, r, 0, 1, 4);
+    g->addLayout(row, r, 0, 1, 2);
   }
   ++r;
   g->addWidget(Caption(Frame1, "lblImage"), r, 0);
@@ -348,12 +387,13 @@ void ButtonPanel::BuildLayout() {
     off->addWidget(txtImgX);
     off->addWidget(Caption(frameImgOffset, "lblImgY"));
     off->addWidget(txtImgY);
+    KeepPlace(frameImgOffset);
     auto* row = new QHBoxLayout;
     row->addWidget(txtImage, 1);
     row->addWidget(btnGetBitmap);
     row->addWidget(cmbImgStyle);
     row->addWidget(frameImgOffset);
-    g->addLayout(row, r, 1, 1, 3);
+    g->addLayout(row, r, 1);
   }
   ++r;
   g->addWidget(Caption(Frame1, "lblSound"), r, 0);
@@ -362,32 +402,33 @@ void ButtonPanel::BuildLayout() {
     row->addWidget(txtSound, 1);
     row->addWidget(btnGetSound);
     row->addWidget(chkSoundLoop);
-    g->addLayout(row, r, 1, 1, 3);
+    g->addLayout(row, r, 1);
   }
   ++r;
-  g->addWidget(chkSoundStop, r, 1, 1, 3);
+  g->addWidget(chkSoundStop, r, 1);
   ++r;
   g->addWidget(Caption(Frame1, "lblBorder"), r, 0);
   {
+    KeepPlace(picBorderColor);
     auto* row = new QHBoxLayout;
     row->addWidget(cmbBorderStyle);
-    row->addWidget(Caption(Frame1, "lblBorderWidth"));
-    row->addWidget(txtBorderWidth);
-    row->addWidget(scrollBorderWidth);
-    row->addWidget(Caption(Frame1, "lblBorderShade"));
-    row->addWidget(txtBorderShade);
-    row->addWidget(scrollBorderShade);
-    row->addStretch();
-    g->addLayout(row, r, 1, 1, 3);
-  }
-  ++r;
-  {
-    auto* row = new QHBoxLayout;
     row->addWidget(picBorderColor);
     row->addWidget(chkBorderAutoColor);
     row->addStretch();
     row->addWidget(btnTFrame);
-    g->addLayout(row, r, 1, 1, 3);
+    g->addLayout(row, r, 1);
+  }
+  ++r;
+  {
+    auto* row = new QHBoxLayout;
+    row->addWidget(Caption(Frame1, "lblBorderWidth"));
+    row->addWidget(txtBorderWidth);
+    row->addWidget(scrollBorderWidth, 1);
+    row->addSpacing(8);
+    row->addWidget(Caption(Frame1, "lblBorderShade"));
+    row->addWidget(txtBorderShade);
+    row->addWidget(scrollBorderShade, 1);
+    g->addLayout(row, r, 1);
   }
   g->setColumnStretch(1, 1);
 
@@ -421,13 +462,15 @@ void ButtonPanel::BuildLayout() {
     common->addLayout(row, 3, 0, 1, 2);
   }
   {
-    auto* row = new QHBoxLayout;
-    row->addWidget(chkShowHand);
-    row->addWidget(chkDOWNBtn);
-    row->addWidget(chkRadio);
-    row->addWidget(chkHidden);
-    row->addStretch();
-    common->addLayout(row, 4, 0, 1, 2);
+    // Two by two, so that the options never make the panel wider.
+    auto* opts = optionsGrid_ = new QGridLayout;
+    opts->setVerticalSpacing(3);
+    opts->addWidget(chkShowHand, 0, 0);
+    opts->addWidget(chkDOWNBtn, 0, 1);
+    opts->addWidget(chkRadio, 1, 0);
+    opts->addWidget(chkHidden, 1, 1);
+    opts->setColumnStretch(2, 1);
+    common->addLayout(opts, 4, 0, 1, 2);
   }
   {
     auto* row = new QHBoxLayout;
@@ -444,6 +487,23 @@ void ButtonPanel::BuildLayout() {
   box->addLayout(tabs);
   box->addWidget(Frame1);
   box->addLayout(common);
+  // Room left over goes below the panel, not between its rows.
+  box->addStretch(1);
+}
+
+QSize ButtonPanel::FullSizeHint(bool minimum) const {
+  QSize s = minimum ? minimumSizeHint() : sizeHint();
+  if (!chkShowHand->isHidden()) return s;
+  // The hidden options' two rows, measured without showing them.
+  auto hint = [](const QWidget* w) { return w->sizeHint(); };
+  const int rowHeight = std::max({hint(chkShowHand).height(), hint(chkDOWNBtn).height(),
+                                  hint(chkRadio).height(), hint(chkHidden).height()});
+  const int gap = std::max(0, optionsGrid_->horizontalSpacing());
+  const int width = std::max(hint(chkShowHand).width(), hint(chkRadio).width()) + gap +
+                    std::max(hint(chkDOWNBtn).width(), hint(chkHidden).width());
+  s.rheight() += 2 * rowHeight + optionsGrid_->verticalSpacing() + 3;
+  s.setWidth(std::max(s.width(), width));
+  return s;
 }
 
 void ButtonPanel::ApplyTexts() {
@@ -460,9 +520,13 @@ void ButtonPanel::ApplyTexts() {
            chkBorderAutoColor, btnTFrame, btnGetLink, chkHidden, chkShowHand, chkRadio,
            chkDOWNBtn, btnAction})
     caption(w);
-  // Until its first click the options button shows the form's caption.
-  if (chkShowHand->isHidden() && btnAdvanced->toolTip().isEmpty())
+  // Until its first click the options button shows the form's caption;
+  // it keeps that width, so that it stays under the pointer.
+  if (chkShowHand->isHidden() && btnAdvanced->toolTip().isEmpty()) {
     btnAdvanced->setText(QTextOf(t, "btnAdvanced"));
+    btnAdvanced->setMinimumWidth(0);
+    btnAdvanced->setMinimumWidth(btnAdvanced->sizeHint().width());
+  }
   auto items = [&](QComboBox* c, int n) {
     const int keep = c->currentIndex();
     const bool wasFilling = p_.bFillingPanel;
@@ -486,6 +550,18 @@ void ButtonPanel::ApplyTexts() {
   imgItalic->setToolTip(QTextOf(t, "imgItalic.ToolTip"));
   for (QCheckBox* c : {chkTransparent, chkHidden, chkShowHand, chkRadio, chkDOWNBtn})
     c->setToolTip(QTextOf(t, c->objectName().toStdString() + ".ToolTip"));
+  // The border's swatch has no caption of its own beside it.
+  picBorderColor->setAccessibleName(
+      QTextOf(t, "lblBorder").remove('&').remove(':').trimmed());
+  // The small "..." buttons grow with a longer caption.
+  for (QPushButton* b : {btnMultiLine, btnGetBitmap, btnGetSound, btnGetLink})
+    b->setFixedWidth(std::max(28, b->fontMetrics().horizontalAdvance(b->text()) + 14));
+  // The scroll area around the panel asks again how wide the texts made it.
+  for (QWidget* w = parentWidget(); w; w = w->parentWidget())
+    if (qobject_cast<QScrollArea*>(w)) {
+      w->updateGeometry();
+      break;
+    }
 }
 
 }  // namespace kp

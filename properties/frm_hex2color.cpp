@@ -10,6 +10,7 @@
 #include "core/text_tools.h"
 #include "design/colour_box.h"
 #include "properties/colour_dialog.h"
+#include "design/escape_key.h"
 
 namespace kp {
 
@@ -58,6 +59,8 @@ frmHex2Color::frmHex2Color(QWidget* mainWindow, Env& env)
   btnClose = new QPushButton(QTextOf(Texts(), "btnClose"), this);
   btnClose->setObjectName("btnClose");
   connect(btnClose, &QPushButton::clicked, this, [this] { btnClose_Click(); });
+  // Escape closes it as it closes a dialog.
+  CloseOnEscape(this, [this] { btnClose_Click(); });
 
   auto* grid = new QGridLayout(this);
   grid->addWidget(picColor, 0, 0, 4, 1);

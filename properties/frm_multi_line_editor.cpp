@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "core/text_tools.h"
+#include "design/escape_key.h"
 
 namespace kp {
 
@@ -41,6 +42,7 @@ frmMultiLineEditor::frmMultiLineEditor(QWidget* mainWindow, QLineEdit* txtLabel,
   setWindowTitle(caption);
   txtEditor = new QPlainTextEdit(this);
   txtEditor->setObjectName("txtEditor");
+  txtEditor->setAccessibleName(caption);
   txtEditor->setLineWrapMode(QPlainTextEdit::NoWrap);
   txtEditor->installEventFilter(this);
   btnClose = new QPushButton(QTextOf(Texts(), "btnClose"), this);
@@ -54,6 +56,8 @@ frmMultiLineEditor::frmMultiLineEditor(QWidget* mainWindow, QLineEdit* txtLabel,
   auto* box = new QVBoxLayout(this);
   box->addWidget(txtEditor);
   box->addLayout(row);
+  // Escape closes it as it closes a dialog.
+  CloseOnEscape(this, [this] { btnClose_Click(); });
   resize(300, 180);
   Form_Load();
 }

@@ -1,6 +1,7 @@
 #include "properties/frm_my_msg_box.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -21,6 +22,8 @@ frmMyMsgBox::frmMyMsgBox(QWidget* parent) : QDialog(parent) {
   txtMessage->setMinimumSize(380, 120);
   chkBox = new QCheckBox(this);
   chkBox->setObjectName("chkBox");
+  // Shown only with a text to say.
+  chkBox->hide();
   btnOK = new QPushButton(QTextOf(Texts(), "btnOK"), this);
   btnOK->setObjectName("btnOK");
   btnOK->setDefault(true);
@@ -33,6 +36,12 @@ frmMyMsgBox::frmMyMsgBox(QWidget* parent) : QDialog(parent) {
   auto* box = new QVBoxLayout(this);
   box->addWidget(txtMessage);
   box->addLayout(row);
+}
+
+void frmMyMsgBox::changeEvent(QEvent* e) {
+  QDialog::changeEvent(e);
+  // The message is read out under the title of the box.
+  if (e->type() == QEvent::WindowTitleChange && txtMessage) txtMessage->setAccessibleName(windowTitle());
 }
 
 bool frmMyMsgBox::ShowNotice(const QString& title, const QString& message,

@@ -23,9 +23,12 @@ class frmMyMsgBox : public QDialog {
   bool ShowNotice(const QString& title, const QString& message, const QString& checkText,
                   bool checked);
 
-  QPlainTextEdit* txtMessage;
-  QCheckBox* chkBox;
-  QPushButton* btnOK;
+  QPlainTextEdit* txtMessage = nullptr;
+  QCheckBox* chkBox = nullptr;
+  QPushButton* btnOK = nullptr;
+
+ protected:
+  void changeEvent(QEvent* e) override;
 };
 
 }  // namespace kp

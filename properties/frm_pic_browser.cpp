@@ -80,6 +80,9 @@ UiTexts& frmPicBrowser::Texts() {
       {"lblLookIn", "Look in:"},
       {"btnOK", "&Ok"},
       {"btnCANCEL", "&Cancel"},
+      // Added after the others: older language files keep their lines.
+      {"Dir1.Name", "Folders"},
+      {"Scroll.Name", "Pictures"},
   };
   return t;
 }
@@ -92,6 +95,7 @@ frmPicBrowser::frmPicBrowser(QWidget* owner, Env& env) : QDialog(owner), env_(en
   pool_.setMaxThreadCount(std::max(2, QThread::idealThreadCount()));
   BuildControls();
   BuildLayout();
+  ApplyTexts();
 }
 
 frmPicBrowser::~frmPicBrowser() {
@@ -180,12 +184,19 @@ std::string frmPicBrowser::Choose(const std::string& folder) {
   return result;
 }
 
-void frmPicBrowser::Form_Load() {
+void frmPicBrowser::ApplyTexts() {
   const UiTexts& t = Texts();
   setWindowTitle(QTextOf(t, "frmPicBrowser"));
   lblLookIn->setText(QTextOf(t, "lblLookIn"));
+  lblLookIn->setBuddy(Drive1);
+  Dir1->setAccessibleName(QTextOf(t, "Dir1.Name"));
+  Scroll->setAccessibleName(QTextOf(t, "Scroll.Name"));
   btnOK->setText(QTextOf(t, "btnOK"));
   btnCANCEL->setText(QTextOf(t, "btnCANCEL"));
+}
+
+void frmPicBrowser::Form_Load() {
+  ApplyTexts();
   selection.clear();
   FillDrives();
   Dir1_Change(folder_);

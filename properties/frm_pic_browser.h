@@ -88,6 +88,7 @@ class frmPicBrowser : public QDialog {
  private:
   void BuildControls();
   void BuildLayout();
+  void ApplyTexts();
   void FillDrives();
   void FillDirs();
   void FillFiles();

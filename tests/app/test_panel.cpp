@@ -328,6 +328,35 @@ class PanelTest : public QObject {
     QCOMPARE(a.p().button(1).FontSize[1], i16{14});
   }
 
+  // The keys go where the keyboard sends them: to the focused list, not to
+  // its inner text field. Sizes that are not list items must be written too.
+  void typedFontSizesOutsideTheListAreWrittenOnEnter() {
+    App a;
+    a.program->Main("");
+    ButtonPanel* panel = Panel(a);
+    // The inner field hands its focus to the list, so the list gets the keys.
+    QCOMPARE(panel->lsFontSize->lineEdit()->focusProxy(), panel->lsFontSize);
+    QWidget* keys = panel->lsFontSize;
+    for (int size : {17, 30, 40, 200}) {
+      panel->lsFontSize->lineEdit()->selectAll();
+      QTest::keyClicks(keys, QString::number(size));
+      QCOMPARE(panel->lsFontSize->currentText(), QString::number(size));
+      QTest::keyClick(keys, Qt::Key_Return);
+      QCOMPARE(a.p().button(1).FontSize[1], static_cast<i16>(size));
+      QCOMPARE(a.p().iLast_Change, i16{5});
+    }
+    // Out of range falls back to the bounds, still through the keys.
+    panel->lsFontSize->lineEdit()->selectAll();
+    QTest::keyClicks(keys, "1500");
+    QTest::keyClick(keys, Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(a.p().button(1).FontSize[1], i16{999});
+    // A size from the list still works by the keys: one write, no second.
+    panel->lsFontSize->lineEdit()->selectAll();
+    QTest::keyClicks(keys, "12");
+    QTest::keyClick(keys, Qt::Key_Return);
+    QCOMPARE(a.p().button(1).FontSize[1], i16{12});
+  }
+
   void enterInATextFieldIsSwallowed() {
     App a;
     a.program->Main("");

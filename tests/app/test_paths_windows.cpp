@@ -247,7 +247,11 @@ class PathsWindowsTest : public QObject {
     QCOMPARE(t.size(), size_t(10));
     QCOMPARE(std::string(t[8].control), std::string("btnClose"));
     QCOMPARE(std::string(t.back().control), std::string("chkAddPlayerScript"));
-    QCOMPARE(std::string(frmHTML::Texts().back().control), std::string("lblPlayerNote"));
+    const UiTexts& html = frmHTML::Texts();
+    QVERIFY(html.size() >= 3);
+    QCOMPARE(std::string(html[html.size() - 3].control), std::string("sCheckingAU"));
+    QCOMPARE(std::string(html[html.size() - 2].control), std::string("lblPlayerNote"));
+    QCOMPARE(std::string(html.back().control), std::string("txtAutoReplaceHTML_FileName.Name"));
   }
 
   void cancelInSurroundingHtmlKeepsTheThreeTextsButTheBodyChangeStays() {
