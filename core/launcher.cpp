@@ -106,4 +106,52 @@ IoStatus PosixLauncher::Run(const std::string& program, const std::vector<std::s
   return IoStatus::Fail(program + " was ended by a signal");
 }
 
+IoStatus PosixLauncher::RunForErrors(const std::string& program,
+                                     const std::vector<std::string>& args, std::string& errors) {
+  errors.clear();
+  if (program.empty()) return IoStatus::Fail(std::strerror(ENOENT));
+  int execFds[2];
+  int errFds[2];
+  if (::pipe2(execFds, O_CLOEXEC) != 0) return IoStatus::Fail(std::strerror(errno));
+  if (::pipe2(errFds, O_CLOEXEC) != 0) {
+    int err = errno;
+    ::close(execFds[0]);
+    ::close(execFds[1]);
+    return IoStatus::Fail(std::strerror(err));
+  }
+  pid_t pid = ::fork();
+  if (pid < 0) {
+    int err = errno;
+    for (int fd : {execFds[0], execFds[1], errFds[0], errFds[1]}) ::close(fd);
+    return IoStatus::Fail(std::strerror(err));
+  }
+  if (pid == 0) {
+    ::close(execFds[0]);
+    ::close(errFds[0]);
+    ::dup2(errFds[1], 2);  // dup2 clears close-on-exec on the copy
+    ExecOrReport(program, args, "", execFds[1]);
+  }
+  ::close(execFds[1]);
+  ::close(errFds[1]);
+  int execErr = ReadExecError(execFds[0]);
+  ::close(execFds[0]);
+  char buf[4096];
+  for (;;) {
+    ssize_t n = ::read(errFds[0], buf, sizeof buf);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) break;
+    // A tool that talks on and on: its first words are the reason.
+    if (errors.size() < 64 * 1024) errors.append(buf, static_cast<size_t>(n));
+  }
+  ::close(errFds[0]);
+  int status = 0;
+  while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+  }
+  if (execErr != 0) return IoStatus::Fail(std::strerror(execErr));
+  if (WIFEXITED(status) && WEXITSTATUS(status) == 0) return {};
+  if (WIFEXITED(status))
+    return IoStatus::Fail(program + " ended with exit code " + std::to_string(WEXITSTATUS(status)));
+  return IoStatus::Fail(program + " was ended by a signal");
+}
+
 }  // namespace kp

@@ -24,6 +24,13 @@ class Launcher {
   // program that cannot be started fails with the system's text.
   virtual IoStatus Run(const std::string& program, const std::vector<std::string>& args,
                        bool detached, const std::string& workDir = "") = 0;
+  // Starts `program` and waits for it, as Run does; what it wrote to its
+  // error output comes back in `errors`, the tool's own word on a failure.
+  virtual IoStatus RunForErrors(const std::string& program, const std::vector<std::string>& args,
+                                std::string& errors) {
+    errors.clear();
+    return Run(program, args, false);
+  }
 };
 
 // fork and exec. Open and Explore go through xdg-open, detached, so that a
@@ -34,6 +41,8 @@ class PosixLauncher : public Launcher {
   IoStatus Explore(const std::string& folder) override;
   IoStatus Run(const std::string& program, const std::vector<std::string>& args, bool detached,
                const std::string& workDir = "") override;
+  IoStatus RunForErrors(const std::string& program, const std::vector<std::string>& args,
+                        std::string& errors) override;
 
   // The opener; a test or a packager may point it elsewhere.
   std::string opener = "xdg-open";

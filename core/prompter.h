@@ -26,6 +26,9 @@ struct FileDialog {
   bool overwritePrompt = false;  // save: replacing a file must be confirmed
   bool pathMustExist = false;
   bool fileMustExist = false;    // open: only an existing file is accepted
+  // save: `folder` may be missing; the caller makes it once a name in it is
+  // accepted, so a cancelled dialog leaves nothing behind.
+  bool folderMadeOnAccept = false;
   bool hideReadOnly = true;
 };
 
@@ -100,6 +103,13 @@ class Prompter {
   // File dialogs: the chosen path, or "" when the dialog was cancelled.
   virtual std::string SaveFileDialog(const FileDialog& /*d*/) { return ""; }
   virtual std::string OpenFileDialog(const FileDialog& /*d*/) { return ""; }
+  // An open dialog that takes several files; none when cancelled. Where
+  // only one can be picked, that one.
+  virtual std::vector<std::string> OpenFilesDialog(const FileDialog& d) {
+    std::string one = OpenFileDialog(d);
+    if (one.empty()) return {};
+    return {one};
+  }
 
   // Shows one of the program's own windows modally until a closing button
   // is pressed. Action buttons run their action in between.

@@ -1,6 +1,7 @@
 // The button panel: its wiring, the write path and filling from the model.
 #include "properties/button_panel.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -128,6 +129,13 @@ void ButtonPanel::Connect() {
 
   imgBold->onMouseDown = [this] { imgBold_MouseDown(); };
   imgItalic->onMouseDown = [this] { imgItalic_MouseDown(); };
+  // A screen reader's toggle sets the checked state directly.
+  connect(imgBold, &QAbstractButton::toggled, this, [this](bool on) {
+    if (on != bBold) imgBold_MouseDown();
+  });
+  connect(imgItalic, &QAbstractButton::toggled, this, [this](bool on) {
+    if (on != bItalic) imgItalic_MouseDown();
+  });
   imgBold->onMouseMove = [this] {
     if (!bBold) imgBold->ShowLook(PictureToggle::Hovered);
   };
@@ -138,9 +146,23 @@ void ButtonPanel::Connect() {
   imgBold->installEventFilter(this);
   imgItalic->installEventFilter(this);
 
-  connect(btnUpState, &QPushButton::clicked, this, [this] { btnUpState_Click(); });
-  connect(btnOverState, &QPushButton::clicked, this, [this] { btnOverState_Click(); });
-  connect(btnDownState, &QPushButton::clicked, this, [this] { btnDownState_Click(); });
+  // A tab switches when it turns on, whether by a click, a key or a screen
+  // reader's toggle; the group keeps exactly one on. A click on the tab
+  // that is already on runs the switch again, as it always did.
+  auto* tabs = new QButtonGroup(this);
+  tabs->setExclusive(true);
+  const std::pair<QPushButton*, const char*> states[] = {
+      {btnUpState, "UP"}, {btnOverState, "OVER"}, {btnDownState, "DOWN"}};
+  for (auto [tab, state] : states) {
+    tabs->addButton(tab);
+    connect(tab, &QPushButton::pressed, this, [this] { stateAtPress_ = p_.sState; });
+    connect(tab, &QPushButton::toggled, this, [this, state](bool on) {
+      if (on && p_.sState != state) SwitchTab(state);
+    });
+    connect(tab, &QPushButton::clicked, this, [this, state] {
+      if (p_.sState == state && stateAtPress_ == state) SwitchTab(state);
+    });
+  }
   connect(btnCopyToAll, &QToolButton::clicked, this, [this] { btnCopyToAll_Click(); });
   connect(btnAdvanced, &QPushButton::clicked, this, [this] { btnAdvanced_Click(); });
   connect(btnGetLink, &QPushButton::clicked, this, [this] { btnGetLink_Click(); });
@@ -164,6 +186,12 @@ void ButtonPanel::MakeEnterKeys() {
       {txtHeight, C::txtHeight},        {txtLabelPosX, C::txtLabelPosX},
       {txtLabelPosY, C::txtLabelPosY},
   };
+  // An editable list takes the keys itself (its text field hands the focus
+  // to it) and passes Enter to the field past any filter there; a typed
+  // text that is no item of the list would then be dropped.
+  enterRuns_.push_back({lsFont, C::lsFont});
+  enterRuns_.push_back({lsFontSize, C::lsFontSize});
+  enterRuns_.push_back({lsTarget, C::lsTarget});
   enterSwallows_ = {txtImgX, txtImgY, txt_btnName};
   for (auto& [w, c] : enterRuns_) w->installEventFilter(this);
   for (QObject* w : enterSwallows_) w->installEventFilter(this);
@@ -335,6 +363,10 @@ void ButtonPanel::SetFontStyle(int style) {
   bItalic = IsItalicStyle(style);
   imgBold->ShowLook(bBold ? PictureToggle::Pressed : PictureToggle::Up);
   imgItalic->ShowLook(bItalic ? PictureToggle::Pressed : PictureToggle::Up);
+  for (auto [t, on] : {std::pair{imgBold, bBold}, std::pair{imgItalic, bItalic}}) {
+    const QSignalBlocker quiet(t);
+    t->setChecked(on);
+  }
 }
 
 void ButtonPanel::ShowTextPosMode(bool manual) {
@@ -413,10 +445,24 @@ class PanelScroll : public QScrollArea {
  public:
   using QScrollArea::QScrollArea;
   QSize sizeHint() const override {
-    if (!widget()) return QScrollArea::sizeHint();
-    QSize s = widget()->sizeHint();
+    auto* panel = dynamic_cast<ButtonPanel*>(widget());
+    if (!panel) return QScrollArea::sizeHint();
+    // Every mode fits: the panel's size with all its options shown.
+    QSize s = panel->FullSizeHint();
     s.rwidth() += verticalScrollBar()->sizeHint().width();
     return s;
+  }
+  // A panel that grows (longer captions, another mode) tells the window.
+  bool eventFilter(QObject* o, QEvent* e) override {
+    if (o == widget() && e->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(o, e);
+  }
+  // Never narrower than the panel, whatever the language makes of it.
+  QSize minimumSizeHint() const override {
+    auto* panel = dynamic_cast<ButtonPanel*>(widget());
+    if (!panel) return QScrollArea::minimumSizeHint();
+    const int width = panel->FullSizeHint(true).width() + verticalScrollBar()->sizeHint().width();
+    return {width, QScrollArea::minimumSizeHint().height()};
   }
 };
 
@@ -430,8 +476,7 @@ ButtonPanel* InstallButtonPanel(frmMain& main, Project& p, Env& env) {
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   auto* panel = new ButtonPanel(main, p, env, nullptr);
   scroll->setWidget(panel);
-  scroll->setMinimumWidth(panel->minimumSizeHint().width() +
-                          scroll->verticalScrollBar()->sizeHint().width());
+  panel->installEventFilter(scroll);
   if (auto* box = qobject_cast<QVBoxLayout*>(main.frameBtnProp->layout()))
     box->insertWidget(0, scroll, 1);
   // The frame's place-holder minimum gives way to what the panel needs.
@@ -439,6 +484,7 @@ ButtonPanel* InstallButtonPanel(frmMain& main, Project& p, Env& env) {
   main.panel = panel;
   panel->onSetAction = [&main, &p, &env, panel](const std::string& key) {
     const QString caption = panel->btnAction->text() + panel->cmbAction->currentText();
+    StepScope step(main, Words().Action);
     frmSetAction::Of(main, p, env)->myShow(key, ModelText(caption));
   };
   // The first size shows the whole panel.

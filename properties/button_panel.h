@@ -8,6 +8,7 @@
 // its controls, calls it, and redraws through the design window.
 #pragma once
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QPixmap>
 #include <QWidget>
@@ -26,6 +27,7 @@
 class QCheckBox;
 class QComboBox;
 class QFrame;
+class QGridLayout;
 class QGroupBox;
 class QLineEdit;
 class QPushButton;
@@ -40,8 +42,10 @@ class frmDesign;
 class frmMain;
 
 // A picture toggle (imgBold, imgItalic): three pictures for up, hovered
-// and pressed. The panel decides which one shows.
-class PictureToggle : public QLabel {
+// and pressed. The panel decides which one shows. It is a checkable
+// button, so Space and a screen reader's toggle reach it as a mouse
+// press does; its checked state is the panel's flag.
+class PictureToggle : public QAbstractButton {
  public:
   enum Look { Up = 0, Hovered = 1, Pressed = 2 };
   PictureToggle(const QString& letter, bool italic, QWidget* parent);
@@ -49,11 +53,15 @@ class PictureToggle : public QLabel {
   Look look() const { return look_; }
   std::function<void()> onMouseDown;
   std::function<void()> onMouseMove;
+  QSize sizeHint() const override { return {22, 22}; }
 
  protected:
+  void paintEvent(QPaintEvent* e) override;
   void mousePressEvent(QMouseEvent* e) override;
+  void mouseReleaseEvent(QMouseEvent* e) override;
   void mouseMoveEvent(QMouseEvent* e) override;
   void enterEvent(QEnterEvent* e) override;
+  void nextCheckState() override;
 
  private:
   std::array<QPixmap, 3> pictures_;
@@ -79,6 +87,9 @@ class ButtonPanel : public QWidget, public PanelHooks {
   // The buttons whose rows are selected, ascending; and how many rows.
   std::vector<int> SelectedButtons() const;
   int SelectedRowCount() const;
+
+  // The size the panel needs with every control of every mode shown.
+  QSize FullSizeHint(bool minimum = false) const;
 
   // The list operations that share the panel (add, delete, names ...).
   ButtonList& List() { return *list_; }
@@ -191,6 +202,7 @@ class ButtonPanel : public QWidget, public PanelHooks {
   void Run(PanelControl c);
   std::string ValueOf(PanelControl c) const;
   void SwitchState(const char* state);
+  void SwitchTab(const std::string& state);
   void ShowTabLook();
   void ShowTextPosMode(bool manual);
   void ToggleLook(PictureToggle* t, bool on);
@@ -198,6 +210,10 @@ class ButtonPanel : public QWidget, public PanelHooks {
   void SyncScroll(QScrollBar* bar, i16 value);
   PanelControls ReadControls() const;
 
+  // The state when a tab was pressed: a click that did not switch runs the
+  // switch itself.
+  std::string stateAtPress_;
+  QGridLayout* optionsGrid_ = nullptr;
   frmMain& main_;
   Project& p_;
   Env& env_;

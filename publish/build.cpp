@@ -8,6 +8,7 @@
 #include "core/settings.h"
 #include "generate/js_caller.h"
 #include "publish/player.h"
+#include "publish/publish_texts.h"
 
 namespace kp {
 
@@ -30,9 +31,10 @@ void OnCopyError(PublishContext& c, CopyPhase phase, const std::string& file, in
   // 70 is what a file copied onto itself gives: it is already where it
   // should be.
   if (c.state.bStopCopyMessages || number == 70) return;
+  const TextTable& t = ReadyForUploadTexts();
   const std::string text = CopyErrorMessage(phase, file, button) + TwoLineEnds() + status.message +
-                           " Error Number:" + std::to_string(number) + TwoLineEnds() +
-                           "Press Cancel to stop showing error messages.";
+                           TextIn(t, "sErrorNumber") + std::to_string(number) + TwoLineEnds() +
+                           TextIn(t, "sStopMessages");
   ++report.reported;
   if (c.env.prompter.MsgBox(text, Buttons::OKCancel, "", Icon::Critical) == Answer::Cancel)
     c.state.bStopCopyMessages = true;
@@ -93,13 +95,14 @@ bool FolderHoldsFiles(Env& env, const std::string& folder) {
 }
 
 bool SomeFilesWarning(PublishContext& c) {
+  const TextTable& t = SomeFilesWarningTexts();
   Dialog d;
   d.name = "frmSomeFilesWarning";
-  d.caption = "Warning. " + Lang().TitleText;
-  d.text = std::string("This folder already contains files.") + sCRLF +
-           "Such actions may overwrite some of them." + sCRLF + "Are you sure you want to proceed?";
-  d.buttons = {{"&Yes", nullptr}, {"&No", nullptr}};
-  d.checkCaption = "show this warning next time.";
+  d.caption = TextIn(t, "Caption") + Lang().TitleText;
+  d.text = TextIn(t, "txtMessage.1") + sCRLF + TextIn(t, "txtMessage.2") + sCRLF +
+           TextIn(t, "txtMessage.3");
+  d.buttons = {{TextIn(t, "btnYes"), nullptr}, {TextIn(t, "btnNo"), nullptr}};
+  d.checkCaption = TextIn(t, "chkShowNextTime");
   d.checked = true;
   d.beep = true;
   d.cancelButton = 1;
@@ -110,20 +113,18 @@ bool SomeFilesWarning(PublishContext& c) {
 }
 
 void ReadyForUpload(PublishContext& c, const std::string& folder) {
+  const TextTable& t = ReadyForUploadTexts();
   Dialog d;
   d.name = "frmReadyForUpload";
-  d.caption = "Applet built. " + Lang().TitleText;
-  d.text = std::string("The applet was successfully built, and is ready for upload.") +
-           TwoLineEnds() +
-           "Note: everything is Case-Sensitive, so if your file is recorded as \"MyImage.gif\" and "
-           "you upload it as \"MYimaGe.GIF\" it won't work.";
+  d.caption = TextIn(t, "Caption") + Lang().TitleText;
+  d.text = TextIn(t, "lblMessage") + TwoLineEnds() + TextIn(t, "lblCaseSensitive");
   Env& env = c.env;
-  d.buttons = {{"View files in Windows &Explorer",
+  d.buttons = {{TextIn(t, "btnExplore"),
                 [&env, folder] {
                   if (env.launcher) (void)env.launcher->Explore(folder);
                 }},
-               {"&Close", nullptr}};
-  d.checkCaption = "show this message next time.";
+               {TextIn(t, "btnOK"), nullptr}};
+  d.checkCaption = TextIn(t, "chkShowNextTime");
   d.checked = true;
   d.cancelButton = 1;
   DialogResult r = env.prompter.ShowDialog(d);
@@ -136,15 +137,16 @@ BuildReport BuildApplet(PublishContext& c, bool bWithFiles) {
   BuildReport report;
 
   // The start folder is only proposed: a cancelled dialog leaves the
-  // project's output folder as it was.
+  // project's output folder as it was, and the disk too. The folder is
+  // made once a page in it is chosen.
   std::string startFolder = p.sOutputFolder.empty()
                                 ? EndBackslash(WriteFolder(env)) + "Projects/" + p.sProjectName
                                 : p.sOutputFolder;
-  PrepareDir(env, startFolder);
 
   FileDialog fd;
   fd.filter = kHtmlFilter;
   fd.folder = startFolder;
+  fd.folderMadeOnAccept = true;
   fd.fileName = p.sProjectName + ".html";
   fd.defaultExt = "html";
   fd.overwritePrompt = true;
@@ -155,6 +157,7 @@ BuildReport BuildApplet(PublishContext& c, bool bWithFiles) {
   for (;;) {
     page = env.prompter.SaveFileDialog(fd);
     if (page.empty()) return report;
+    PrepareDir(env, GetFolder(page));
     if (!bWithFiles || GetParam(env, "DontShowSomeFilesWarning") != "0" ||
         !FolderHoldsFiles(env, GetFolder(page)))
       break;
@@ -276,7 +279,7 @@ CopyReport Copy_PixSnds_Files(PublishContext& c, const std::string& imageFolder,
 
 void WaitForAuFile(PublishContext& c, const std::string& path) {
   if (!EndsWith(path, ".au", true) || c.env.fs.FileExists(path)) return;
-  if (c.view) c.view->ShowOverlay("Checking AU file(s)...");
+  if (c.view) c.view->ShowOverlay(TextIn(ReadyForUploadTexts(), "sCheckingAu"));
   for (int seconds : {1, 2, 3}) {
     if (c.env.fs.FileExists(path)) break;
     WaitWithEvents(c, std::chrono::seconds(seconds));
@@ -288,16 +291,18 @@ void WaitForAuFile(PublishContext& c, const std::string& path) {
 }
 
 std::string CopyErrorMessage(CopyPhase phase, const std::string& file, int button) {
+  const TextTable& t = ReadyForUploadTexts();
+  const std::vector<std::string> number{std::to_string(button)};
   std::string head;
   switch (phase) {
     case CopyPhase::Background:
-      head = "Can't copy BackGround image:";
+      head = TextIn(t, "sCopyBackground");
       break;
     case CopyPhase::Pictures:
-      head = "Can't copy Picture for Button # " + std::to_string(button);
+      head = TextWith(t, "sCopyPicture", number);
       break;
     case CopyPhase::Sounds:
-      head = "Can't copy Sound for Button # " + std::to_string(button);
+      head = TextWith(t, "sCopySound", number);
       break;
     case CopyPhase::None:
       break;
@@ -307,7 +312,7 @@ std::string CopyErrorMessage(CopyPhase phase, const std::string& file, int butto
                        : phase == CopyPhase::Pictures ? "PICTURES"
                        : phase == CopyPhase::Sounds   ? "SOUNDS"
                                                       : "";
-    return "Unexpected error. Please restart your computer." + TwoLineEnds() + file +
+    return TextIn(t, "sUnexpectedError") + TwoLineEnds() + file +
            TwoLineEnds() + word;
   }
   return head + TwoLineEnds() + file;
@@ -325,11 +330,9 @@ void ShowFoldersNotice(PublishContext& c, bool bForTest) {
   if (bForTest) return;
   const Project& p = c.p;
   if (p.CodeBase.empty() && p.ImgPath.empty() && p.SndPath.empty()) return;
-  MyMsgBox(c.env, "Notice",
-           std::string("Please note:") + TwoLineEnds() +
-               "This applet expects content in different folders." + sCRLF +
-               "You should upload all specified folders to make applet work.",
-           "Show this notice next time.", "ShowDifferentDirsWarning", "1", "0", "1");
+  const TextTable& t = ReadyForUploadTexts();
+  MyMsgBox(c.env, TextIn(t, "sNoticeTitle"), TextIn(t, "sFoldersNotice"),
+           TextIn(t, "sShowNoticeNextTime"), "ShowDifferentDirsWarning", "1", "0", "1");
 }
 
 }  // namespace kp

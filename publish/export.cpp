@@ -26,7 +26,8 @@ ExportReport mnuExport_Click(PublishContext& c) {
   fd.pathMustExist = true;
   fd.folder = GetParam(env, "sExportFolder");
   if (fd.folder.empty()) fd.folder = EndBackslash(WriteFolder(env)) + "Export";
-  PrepareDir(env, fd.folder);
+  // Made only once a name in it is chosen: a cancel leaves no folder.
+  fd.folderMadeOnAccept = true;
 
   std::string chosen;
   for (;;) {
@@ -35,6 +36,7 @@ ExportReport mnuExport_Click(PublishContext& c) {
       if (c.view) c.view->SetFileMenuEnabled(true);
       return report;
     }
+    PrepareDir(env, GetFolder(chosen));
     SetParam(env, "sExportFolder", GetFolder(chosen));
     if (GetParam(env, "DontShowSomeFilesWarning") != "0" ||
         !FolderHoldsFiles(env, GetFolder(chosen)))

@@ -119,6 +119,21 @@ bool Exists(const std::string& path) { return std::filesystem::exists(path); }
 
 QString Q(const std::string& s) { return QString::fromStdString(s); }
 
+// Every path below a folder, sorted.
+QStringList Tree(const std::string& folder) {
+  QStringList paths;
+  for (const auto& e : std::filesystem::recursive_directory_iterator(folder))
+    paths << Q(e.path().string());
+  paths.sort();
+  return paths;
+}
+
+QWidget* VisibleWindow(const char* name) {
+  for (QWidget* w : QApplication::topLevelWidgets())
+    if (w->objectName() == name && w->isVisible()) return w;
+  return nullptr;
+}
+
 std::string Folder(const std::string& path) {
   std::filesystem::create_directories(path);
   return path;
@@ -175,15 +190,64 @@ class PublishDialogsTest : public QObject {
     QVERIFY(r.result == BuildResult::Cancelled);
     QVERIFY(save);
     QVERIFY(confirms);
-    QCOMPARE(folder, Q(d.home.path() + "/Projects/MyProject"));
-    QVERIFY(file.endsWith("/MyProject.html"));
+    // The proposed folder is not there yet: the dialog stands in the nearest
+    // folder that is, and the name carries the rest.
+    QCOMPARE(folder, Q(d.home.path()));
+    QCOMPARE(file, Q(d.home.path() + "/Projects/MyProject/MyProject.html"));
     QCOMPARE(filters, (QStringList{"HTML (*.htm *.html)", "All Files (*)"}));
     QCOMPARE(suffix, QString("html"));
     // Not even the output folder moved.
     QCOMPARE(d.p.sOutputFolder, std::string());
     QCOMPARE(d.p.sOutputHTML, std::string());
-    QVERIFY(!Exists(d.home.path() + "/Projects/MyProject/MyProject.html"));
+    QVERIFY(!Exists(d.home.path() + "/Projects"));
     QVERIFY(d.fs.copies.empty());
+  }
+
+  void theSaveAppletAndExportDialogsCancelledLeaveTheFolderTreeAsItWas() {
+    App a;
+    a.program->Main("");
+    a.prompter.realFileDialogs = true;
+    const auto before = Tree(a.home.path());
+    int dialogs = 0;
+    for (int round = 0; round < 2; ++round) {
+      auto ran = WhenWindow("SaveFileDialog", [&](QWidget* w) {
+        ++dialogs;
+        CancelFile(w);
+      });
+      if (round == 0) {
+        // "&Save Applet..." in the HTML window.
+        a.main()->btnBuild->click();
+        QWidget* html = nullptr;
+        QTRY_VERIFY((html = VisibleWindow("frmHTML")) != nullptr);
+        auto* save = html->findChild<QPushButton*>("btnBuild");
+        QVERIFY(save);
+        save->click();
+        html->close();
+      } else {
+        a.main()->mnuExport->trigger();
+      }
+      QVERIFY(*ran);
+    }
+    QCOMPARE(dialogs, 2);
+    QCOMPARE(Tree(a.home.path()), before);
+    QVERIFY(!Exists(a.home.path() + "/Export"));
+  }
+
+  void acceptingTheProposedPageMakesItsFolderThen() {
+    Desk d;
+    const std::string folder = d.home.path() + "/Projects/MyProject";
+    d.store.Set(kSecParams, "DontShowReadyForUpload", "1");
+    auto ran = WhenWindow("SaveFileDialog", [&](QWidget* w) {
+      auto* box = w->findChild<QDialogButtonBox*>("buttonBox");
+      QVERIFY(box);
+      QTest::mouseClick(box->button(QDialogButtonBox::Save), Qt::LeftButton);
+    });
+    BuildReport r = BuildApplet(d.c, false);
+    QVERIFY(*ran);
+    QVERIFY(r.result == BuildResult::Built);
+    QVERIFY(std::filesystem::is_directory(folder));
+    QVERIFY(Exists(folder + "/MyProject.html"));
+    QCOMPARE(d.p.sOutputFolder, folder + "/");
   }
 
   void noOnTheFolderWarningBringsTheSaveDialogBack() {
@@ -619,8 +683,9 @@ class PublishDialogsTest : public QObject {
     QVERIFY(a.main()->mnuExport->isEnabled());
     a.main()->mnuExport->trigger();
     QVERIFY(*ran);
-    QVERIFY(file.endsWith("/Walk.kpn"));
-    QCOMPARE(folder, Q(a.home.path() + "/Export"));
+    QCOMPARE(file, Q(a.home.path() + "/Export/Walk.kpn"));
+    QCOMPARE(folder, Q(a.home.path()));
+    QVERIFY(!Exists(a.home.path() + "/Export"));
     QCOMPARE(filters, (QStringList{"Kestrel Pane Projects (*.kpn)", "All Files (*)"}));
     QVERIFY(menuOff);
     QVERIFY(a.main()->mnuFile->menuAction()->isEnabled());
@@ -721,7 +786,7 @@ class PublishDialogsTest : public QObject {
     QCOMPARE(title, QString("Wav to Au convertion"));
     QCOMPARE(text, QString("Kestrel Pane will run W2A utility to convert WAV file to AU type, "
                            "because Java does not support WAV files.\n\nOnly WAV files in PCM "
-                           "format can be converted.\n\nPlease see \\Tools\\W2A\\ReadMe.txt for "
+                           "format can be converted.\n\nPlease see Tools/W2A/ReadMe.txt for "
                            "more information."));
     QCOMPARE(check, QString("Show this message next time"));
     QCOMPARE(launcher.calls.size(), size_t{1});
@@ -825,11 +890,11 @@ class PublishDialogsTest : public QObject {
     QVERIFY(*ran);
     QCOMPARE(title, QString("Error"));
     QCOMPARE(text, QString("There was an error when trying to convert WAV file to AU:\nNo such "
-                           "file or directory\n\nPlease see \\Tools\\W2A\\ReadMe.txt"));
+                           "file or directory\n\nPlease see Tools/W2A/ReadMe.txt"));
     QCOMPARE(panel->txtSound->text(), Q(wav));
   }
 
-  void theToolsMenuStartsTheConverterToolAndOpensItsReadMe() {
+  void theToolsMenuShowsTheConverterWindowAndOpensItsReadMe() {
     App a;
     a.program->Main("");
     RecordingLauncher launcher;
@@ -837,31 +902,15 @@ class PublishDialogsTest : public QObject {
     QVERIFY(a.main()->mnuTools->actions().contains(a.main()->mnuWav2Au));
     QVERIFY(a.main()->mnuTools->actions().contains(a.main()->mnuWav2Au_ReadMe));
     a.main()->mnuWav2Au->trigger();
+    QWidget* converter = a.main()->findChild<QWidget*>("frmWav2Au");
+    QVERIFY(converter);
+    QVERIFY(converter->isVisible());
     a.main()->mnuWav2Au_ReadMe->trigger();
-    QCOMPARE(launcher.calls.size(), size_t{2});
-    QCOMPARE(launcher.calls[0].verb, std::string("run"));
-    QCOMPARE(launcher.calls[0].program, Wav2AuToolPath(a.env()));
-    QVERIFY(launcher.calls[0].args.empty());
-    QCOMPARE(launcher.calls[1].verb, std::string("open"));
-    QCOMPARE(launcher.calls[1].args[0], a.home.path() + "/Tools/Wav2Au_ReadMe.txt");
+    // Our own window: no outside tool is started.
+    QCOMPARE(launcher.calls.size(), size_t{1});
+    QCOMPARE(launcher.calls[0].verb, std::string("open"));
+    QCOMPARE(launcher.calls[0].args[0], a.home.path() + "/Tools/Wav2Au_ReadMe.txt");
     QVERIFY(a.prompter.boxes.empty());
-  }
-
-  void aMissingConverterToolIsToldByItsPath() {
-    App a;
-    a.program->Main("");
-    RecordingLauncher launcher;
-    launcher.fail = true;
-    a.env().launcher = &launcher;
-    a.prompter.realBoxes = true;
-    QString text;
-    auto ran = WhenBox([&](QMessageBox* box) {
-      text = box->text();
-      QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    });
-    a.main()->mnuWav2Au->trigger();
-    QVERIFY(*ran);
-    QCOMPARE(text, Q(Wav2AuToolPath(a.env()) + " not found."));
   }
 
   // --- The windows' texts ---

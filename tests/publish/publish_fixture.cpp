@@ -89,4 +89,14 @@ std::vector<std::string> FilesIn(const std::string& folder) {
   return names;
 }
 
+std::vector<std::string> TreeOf(const std::string& folder) {
+  std::vector<std::string> paths;
+  std::error_code ec;
+  for (std::filesystem::recursive_directory_iterator it(folder, ec), end; !ec && it != end;
+       it.increment(ec))
+    paths.push_back(std::filesystem::relative(it->path(), folder).string());
+  std::sort(paths.begin(), paths.end());
+  return paths;
+}
+
 }  // namespace kp::test

@@ -104,5 +104,7 @@ void MakeFiles(const std::string& folder, const std::vector<std::string>& names)
 bool Exists(const std::string& path);
 // The names of the regular files in a folder, sorted.
 std::vector<std::string> FilesIn(const std::string& folder);
+// Every path below a folder, files and folders, relative and sorted.
+std::vector<std::string> TreeOf(const std::string& folder);
 
 }  // namespace kp::test

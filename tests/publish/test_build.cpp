@@ -67,13 +67,37 @@ TEST(BuildApplet, FirstBuildProposesTheProjectsFolderAndTheProjectName) {
   ASSERT_EQ(f.prompter().fileDialogs.size(), 1u);
   const FileDialog& d = f.prompter().fileDialogs[0];
   EXPECT_EQ(d.folder, f.t.home.path() + "/Projects/MyProject");
-  EXPECT_TRUE(std::filesystem::is_directory(d.folder));
+  // Proposed, not made: the dialog was cancelled.
+  EXPECT_TRUE(d.folderMadeOnAccept);
+  EXPECT_FALSE(std::filesystem::exists(d.folder));
   EXPECT_EQ(d.fileName, "MyProject.html");
   EXPECT_EQ(d.filter, "HTML (*.htm;*.html)|*.htm;*.html|All Files (*.*)|*.*");
   EXPECT_EQ(d.defaultExt, "html");
   EXPECT_TRUE(d.overwritePrompt);
   EXPECT_TRUE(d.pathMustExist);
   EXPECT_TRUE(d.hideReadOnly);
+}
+
+TEST(BuildApplet, CancelledDialogsLeaveTheFolderTreeAsItWas) {
+  Pub f;
+  f.AddButton("One");
+  f.Generate();
+  const auto before = test::TreeOf(f.t.home.path());
+  EXPECT_EQ(BuildApplet(f.c, true).result, BuildResult::Cancelled);
+  EXPECT_EQ(BuildApplet(f.c, false).result, BuildResult::Cancelled);
+  EXPECT_EQ(test::TreeOf(f.t.home.path()), before);
+}
+
+TEST(BuildApplet, TheProposedFolderIsMadeWhenAPageInItIsChosen) {
+  Pub f;
+  f.AddButton("One");
+  f.Generate();
+  const std::string folder = f.t.home.path() + "/Projects/MyProject";
+  ASSERT_FALSE(std::filesystem::exists(folder));
+  f.prompter().saveAnswers.push_back(folder + "/MyProject.html");
+  EXPECT_EQ(BuildApplet(f.c, false).result, BuildResult::Built);
+  EXPECT_TRUE(std::filesystem::is_directory(folder));
+  EXPECT_TRUE(Exists(folder + "/MyProject.html"));
 }
 
 TEST(BuildApplet, NoToTheFolderWarningBringsTheSaveDialogBack) {
@@ -193,7 +217,7 @@ TEST(BuildApplet, ClosingDialogExploresTheFolderAndCanBeTurnedOff) {
                            kCRLF +
                            "Note: everything is Case-Sensitive, so if your file is recorded as "
                            "\"MyImage.gif\" and you upload it as \"MYimaGe.GIF\" it won't work.");
-  EXPECT_EQ(d[0].buttons[0].caption, "View files in Windows &Explorer");
+  EXPECT_EQ(d[0].buttons[0].caption, "View files in the File &Manager");
   EXPECT_EQ(d[0].buttons[1].caption, "&Close");
   EXPECT_EQ(d[0].checkCaption, "show this message next time.");
   ASSERT_EQ(f.launcher.calls.size(), 1u);

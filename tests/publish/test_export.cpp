@@ -58,7 +58,9 @@ TEST(Export, DialogProposesTheProjectFilesNameInTheExportFolder) {
   const FileDialog& d = f.prompter().fileDialogs[0];
   EXPECT_EQ(d.fileName, "bar.kpn");
   EXPECT_EQ(d.folder, f.t.home.path() + "/Export");
-  EXPECT_TRUE(std::filesystem::is_directory(d.folder));
+  // Proposed, not made: the dialog was cancelled.
+  EXPECT_TRUE(d.folderMadeOnAccept);
+  EXPECT_FALSE(std::filesystem::exists(d.folder));
   EXPECT_EQ(d.filter, "Kestrel Pane Projects (*.kpn)|*.kpn|All Files (*.*)|*.*");
   EXPECT_EQ(d.defaultExt, "kpn");
   EXPECT_TRUE(d.overwritePrompt);
@@ -80,6 +82,24 @@ TEST(Export, CancelTellsNothingAndGivesTheFileMenuBack) {
   EXPECT_TRUE(f.fs.copies.empty());
   EXPECT_EQ(f.view.fileMenu, (std::vector<bool>{false, true}));
   EXPECT_EQ(GetParam(f.env, "sExportFolder"), "");
+}
+
+TEST(Export, ACancelledDialogLeavesTheFolderTreeAsItWas) {
+  ExportFixture f;
+  const auto before = test::TreeOf(f.t.home.path());
+  EXPECT_TRUE(mnuExport_Click(f.c).path.empty());
+  EXPECT_EQ(test::TreeOf(f.t.home.path()), before);
+  EXPECT_FALSE(std::filesystem::exists(f.t.home.path() + "/Export"));
+}
+
+TEST(Export, TheProposedFolderIsMadeWhenANameInItIsChosen) {
+  ExportFixture f;
+  const std::string folder = f.t.home.path() + "/Export";
+  f.prompter().saveAnswers = {folder + "/x.kpn"};
+  ExportReport r = mnuExport_Click(f.c);
+  EXPECT_TRUE(r.saved);
+  EXPECT_TRUE(std::filesystem::is_directory(folder));
+  EXPECT_EQ(FilesIn(folder), (std::vector<std::string>{"a.gif", "bg.jpg", "s.au", "x.kpn"}));
 }
 
 TEST(Export, TheChosenFolderIsRememberedForTheNextExport) {

@@ -69,6 +69,20 @@ TEST(PosixLauncher, WaitedRunFailsOnANonZeroExit) {
   EXPECT_NE(s.message.find("3"), std::string::npos);
 }
 
+TEST(PosixLauncher, RunForErrorsWaitsAndKeepsWhatTheProgramSaidOnItsErrorOutput) {
+  PosixLauncher l;
+  std::string errors = "old";
+  IoStatus s = l.RunForErrors("/bin/sh", {"-c", "echo out; echo first >&2; echo why >&2; exit 3"},
+                              errors);
+  EXPECT_FALSE(s);
+  EXPECT_EQ(errors, "first\nwhy\n");
+  EXPECT_EQ(s.message, "/bin/sh ended with exit code 3");
+  EXPECT_TRUE(l.RunForErrors("/bin/sh", {"-c", "exit 0"}, errors));
+  EXPECT_EQ(errors, "");
+  EXPECT_FALSE(l.RunForErrors("/no/such/program", {}, errors));
+  EXPECT_EQ(errors, "");
+}
+
 TEST(PosixLauncher, OpenAndExploreGoThroughTheDesktopsOpener) {
   TempDir dir;
   PosixLauncher l;

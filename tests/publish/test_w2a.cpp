@@ -14,6 +14,7 @@
 #include "core/settings.h"
 #include "publish/build.h"
 #include "publish/sound.h"
+#include "publish/wav_convert.h"
 #include "tests/publish/publish_fixture.h"
 
 namespace kp {
@@ -241,6 +242,48 @@ TEST_F(W2A, NonPcmWavLeavesANameThatNeverComesAndTheBuildReportsIt) {
   EXPECT_EQ(r.media.reported, 1);
   ASSERT_EQ(f.Messages().size(), 1u);
   EXPECT_EQ(f.Messages()[0].text.rfind("Can't copy Sound for Button # 1\r\n\r\n" + name, 0), 0u);
+}
+
+// The converter window's road: the tool run and waited for, its own word
+// kept on a failure.
+TEST_F(W2A, ConvertWavWaitsForTheToolAndKeepsItsReasonOnFailure) {
+  test::TestEnv t;
+  std::filesystem::create_directories(t.home.path() + "/Tools/W2A");
+  std::filesystem::create_symlink(kTool, t.home.path() + "/Tools/W2A/w2a");
+  PosixLauncher launcher;
+  t.env.launcher = &launcher;
+  dir.write("one.wav", Wav(1, 1, 8000, 16, std::string(400, '\x01')));
+  dir.write("two.WAV", Wav(1, 2, 11025, 8, std::string(300, '\x80')));
+  dir.write("float.wav", Wav(3, 1, 8000, 32, std::string(64, '\0')));
+  std::vector<WavConversion> r =
+      ConvertWavs(t.env, {dir.file("one.wav"), dir.file("two.WAV"), dir.file("float.wav")});
+  ASSERT_EQ(r.size(), 3u);
+  EXPECT_TRUE(r[0].ok()) << r[0].reason;
+  EXPECT_EQ(r[0].au, dir.file("one.au"));
+  EXPECT_EQ(ReadAu(dir.read("one.au")).encoding, 3u);  // 16-bit linear
+  EXPECT_TRUE(r[1].ok()) << r[1].reason;
+  EXPECT_EQ(r[1].au, dir.file("two.au"));
+  EXPECT_EQ(ReadAu(dir.read("two.au")).channels, 2u);
+  EXPECT_FALSE(r[2].ok());
+  EXPECT_EQ(r[2].reason, "not an 8-bit or 16-bit PCM WAV file");
+  EXPECT_FALSE(std::filesystem::exists(dir.file("float.au")));
+}
+
+TEST(ConvertWav, AMissingConverterIsNamedInTheReason) {
+  test::TestEnv t;
+  PosixLauncher launcher;
+  t.env.launcher = &launcher;
+  WavConversion r = ConvertWav(t.env, "/nowhere/a.wav");
+  EXPECT_FALSE(r.ok());
+  EXPECT_EQ(r.reason, ConverterPath(t.env) + ": No such file or directory");
+}
+
+TEST(ConverterReason, TakesTheLastLineWithoutTheToolAndPath) {
+  EXPECT_EQ(ConverterReason("w2a: /a/b.wav: bad header\n", "/a/b.wav"), "bad header");
+  EXPECT_EQ(ConverterReason("first\nw2a: other: why\n\n", "/a/b.wav"), "other: why");
+  EXPECT_EQ(ConverterReason("", "/a/b.wav"), "");
+  EXPECT_EQ(ConvertedName("x/y.Wav"), "x/y.au");
+  EXPECT_EQ(ConvertedName("x/y.snd"), "x/y.snd.au");
 }
 
 }  // namespace
