@@ -10,11 +10,13 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QScreen>
+#include <QTimer>
 
 #include <cstdlib>
 
 #include "core/conv.h"
 #include "core/folders.h"
+#include "core/messages.h"
 #include "core/session.h"
 #include "core/settings.h"
 #include "design/design_texts.h"
@@ -23,6 +25,7 @@
 #include "design/colour_box.h"
 #include "properties/colour_dialog.h"
 #include "properties/frm_create_recent.h"
+#include "properties/frm_about.h"
 #include "properties/frm_hex2color.h"
 #include "properties/button_list.h"
 #include "properties/button_panel.h"
@@ -31,6 +34,7 @@
 #include "properties/frm_my_msg_box.h"
 #include "properties/global_panel.h"
 #include "properties/twips.h"
+#include "properties/window_lang.h"
 #include "publish/export.h"
 #include "publish/sound.h"
 
@@ -62,7 +66,18 @@ bool frmMain::Form_Load() {
   setWindowTitle(DisplayText(Lang().TitleText));
   GetRecent();
   if (LanguageApplies(env_, lang_)) ChangeLang_frmMain();
+  const QSize before = size();
   ReadSizesInto(env_, this, "frmMain");
+  // Without a stored size, the first size shows every control of the
+  // panels, in every mode and in the language now in force. The layouts
+  // know their sizes once the window has been through its first events.
+  if (size() == before)
+    QTimer::singleShot(0, this, [this] {
+      for (QWidget* w : findChildren<QWidget*>()) w->updateGeometry();
+      QSize want = sizeHint().expandedTo(size());
+      if (QScreen* s = screen()) want = want.boundedTo(s->availableGeometry().size());
+      resize(want);
+    });
 
   // A fresh start shows the default button, unlike New.
   if (!FreshStart(p_, env_)) return false;
@@ -79,6 +94,7 @@ bool frmMain::Form_Load() {
   const bool makeDefault = GetParam(env_, "mnuMakeDefaultBtn") != "0";
   mnuMakeDefaultBtn->setVisible(makeDefault);
   mnuMakeDefaultBtnSep->setVisible(makeDefault);
+  ResetHistory();
   return true;
 }
 
@@ -104,6 +120,8 @@ std::vector<std::string*> frmMain::SectionTargets() {
   add(frmMessage::Texts());
   LangTexts& m = Lang();
   for (std::string* s : {&m.TitleText, &m.ButtonWord, &m.TooManyButtons}) out.push_back(s);
+  add(SharedMessages());
+  add(GlobalPanel::ItemTexts());
   return out;
 }
 
@@ -111,6 +129,12 @@ void frmMain::ChangeLang_frmMain() {
   auto lines = WindowLanguageLines(env_, lang_, "[frmMain]", FixedSectionLines("[frmMain]"));
   if (!lines) return;
   std::vector<std::string*> targets = SectionTargets();
+  const size_t fixed = FixedSectionLines("[frmMain]");
+  if (targets.size() > fixed) {
+    auto more = WindowLanguageLines(env_, lang_, MoreLinesHeading("[frmMain]"),
+                                    targets.size() - fixed);
+    if (more) lines->insert(lines->end(), more->begin(), more->end());
+  }
   // Message texts of several lines are written with "\n" in the file.
   for (size_t k = 0; k < lines->size() && k < targets.size(); ++k)
     *targets[k] = MessageLineText((*lines)[k]);
@@ -139,6 +163,8 @@ void frmMain::ChangeLang_frmMain() {
     if (auto* a = findChild<QAction*>(name)) a->setText(QTextOf(Texts(), name));
   p_.sMainTitle = Lang().TitleText;
   setWindowTitle(DisplayText(Lang().TitleText));
+  ApplyHistoryTexts();
+  ShowSavedMark();
 }
 
 void frmMain::ShowDesign() {
@@ -165,6 +191,7 @@ void frmMain::mnuNew_Click() {
   ShowDesign();
   p_.bProjectSaved = true;
   ShowOnlyNewProject();
+  ResetHistory();
 }
 
 std::string frmMain::ProjectsFolder() {
@@ -183,16 +210,20 @@ void frmMain::mnuOpen_Click() {
   if (path.empty()) return;
   std::string folder = GetFolder(path);
   if (folder.size() > 1 && IsSep(folder.back())) folder.pop_back();
+  SettingsBatch batch(env_.store);
   SetParam(env_, "sProjectsPath", folder);
   OpenProjectFile(path);
 }
 
 LoadResult frmMain::OpenProjectFile(const std::string& path) {
+  // The load lets events run; its settings still go out in one write.
+  SettingsBatch batch(env_.store);
   LoadResult r = LoadProject2(p_, env_, path);
   if (r == LoadResult::ProcessEnds) {
     EndProcess(3);
     return r;
   }
+  ResetHistory();
   ShowDesign();
   return r;
 }
@@ -226,6 +257,9 @@ void frmMain::SaveAs(const std::string& path) {
   p_.sProjectFile = path;
   p_.sMainTitle = ProjectTitle(p_);
   View().SetTitles(p_.sMainTitle, DesignTitle(p_.sMainTitle));
+  history_.MarkSaved(p_);
+  UpdateUndoEntries();
+  ShowSavedMark();
 }
 
 void frmMain::GetRecent() {
@@ -384,16 +418,21 @@ void frmMain::AddDesignMenuEntries(QMenu* menu) {
   menu->addSeparator();
   mnuAlign = menu->addMenu(DesignQText(t, "mnuAlign"));
   mnuAlign->setObjectName("mnuAlign");
-  mnuAlign_Left = mnuAlign->addAction(DesignQText(t, "mnuAlign_Left"), [this] { design_->Align_Left(); });
-  mnuAlign_Right = mnuAlign->addAction(DesignQText(t, "mnuAlign_Right"), [this] { design_->Align_Right(); });
-  mnuAlign_Top = mnuAlign->addAction(DesignQText(t, "mnuAlign_Top"), [this] { design_->Align_Top(); });
-  mnuAlign_Bottom =
-      mnuAlign->addAction(DesignQText(t, "mnuAlign_Bottom"), [this] { design_->Align_Bottom(); });
+  // Each alignment is one step, named after its entry.
+  auto align = [this, &t](const char* name, void (frmDesign::*run)()) {
+    return mnuAlign->addAction(DesignQText(t, name), [this, name, run] {
+      const std::string entry = ModelText(DesignQText(DesignMenuTexts(), name).remove('&'));
+      StepScope step(*this, Words().Align + " " + entry);
+      (design_->*run)();
+    });
+  };
+  mnuAlign_Left = align("mnuAlign_Left", &frmDesign::Align_Left);
+  mnuAlign_Right = align("mnuAlign_Right", &frmDesign::Align_Right);
+  mnuAlign_Top = align("mnuAlign_Top", &frmDesign::Align_Top);
+  mnuAlign_Bottom = align("mnuAlign_Bottom", &frmDesign::Align_Bottom);
   mnuAlign->addSeparator();
-  mnuAlign_Horizontal_Row = mnuAlign->addAction(DesignQText(t, "mnuAlign_Horizontal_Row"),
-                                                [this] { design_->Align_Horizontal_Row(); });
-  mnuAlign_Vertical_Column = mnuAlign->addAction(DesignQText(t, "mnuAlign_Vertical_Column"),
-                                                 [this] { design_->Align_Vertical_Column(); });
+  mnuAlign_Horizontal_Row = align("mnuAlign_Horizontal_Row", &frmDesign::Align_Horizontal_Row);
+  mnuAlign_Vertical_Column = align("mnuAlign_Vertical_Column", &frmDesign::Align_Vertical_Column);
   mnuGrid = menu->addAction(DesignQText(t, "mnuGrid"), [this] { design_->mnuGrid_Click(); });
   mnuGrid->setObjectName("mnuGrid");
   mnuLOCKED = menu->addAction(DesignQText(t, "mnuLOCKED"), [this] { design_->mnuLOCKED_Click(); });
@@ -440,7 +479,7 @@ void frmMain::mnuHex2Color_Click() {
   Hex2Color()->raise();
 }
 
-void frmMain::mnuWav2Au_Click() { kp::mnuWav2Au_Click(env_); }
+void frmMain::mnuWav2Au_Click() { ShowWav2Au(*this, env_); }
 
 void frmMain::mnuWav2Au_ReadMe_Click() { kp::mnuWav2Au_ReadMe_Click(env_); }
 

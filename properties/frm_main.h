@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 
+#include "core/edit_history.h"
 #include "core/env.h"
 #include "core/language.h"
 #include "core/model.h"
@@ -52,7 +53,8 @@ class frmMain : public QMainWindow {
   // Line k of the "[frmMain]" section is the text *SectionTargets()[k-1]:
   // the window's table, then the button list's, the button panel's, the
   // Global Properties panel's, the design window's Edit menu entries, the
-  // small shared windows' and the shared message variables.
+  // small shared windows', the model's language texts and the shared
+  // messages of the levels below.
   static std::vector<std::string*> SectionTargets();
 
   // What the model's routines tell the windows.
@@ -121,6 +123,25 @@ class frmMain : public QMainWindow {
   void AddDesignMenuEntries(QMenu* menu);
   // The refresh routine: everything under the buttons painted again.
   void pub_mnuRefresh_Click();
+
+  // --- Undo and redo ---
+  EditHistory& History() { return history_; }
+  // A user operation ended: what it changed becomes one step, named
+  // `name` or, when that is empty, after what changed.
+  void RecordStep(const std::string& name = {});
+  // Load, New, a fresh start: no steps, and this state is the saved one.
+  void ResetHistory();
+  void mnuUndo_Click();
+  void mnuRedo_Click();
+  // Ctrl+A, Ctrl+D and Delete: every button selected, the selected
+  // buttons duplicated or removed (one step each).
+  void SelectAllButtons();
+  void DuplicateSelection();
+  void DeleteSelection();
+  std::vector<int> SelectedButtons() const;
+  // The title with "*" in front while the project has unsaved changes.
+  void ShowSavedMark();
+  void ApplyHistoryTexts();
 
   // Form_QueryUnload: true when the close goes on.
   bool Form_QueryUnload();
@@ -193,6 +214,12 @@ class frmMain : public QMainWindow {
   QAction* mnuGrid = nullptr;
   QAction* mnuLOCKED = nullptr;
   QAction* mnuRefresh = nullptr;
+  // The history entries of the Edit menu and the selection's keys.
+  QAction* mnuUndo = nullptr;
+  QAction* mnuRedo = nullptr;
+  QAction* mnuSelectAll = nullptr;
+  QAction* mnuDuplicateSelection = nullptr;
+  QAction* mnuDeleteSelection = nullptr;
 
   // The button list, the selection of the whole program: row n is button n+1.
   QGroupBox* frameButtons;
@@ -221,6 +248,10 @@ class frmMain : public QMainWindow {
   void BuildPanels();
   void ApplyTexts();
   void SaveAs(const std::string& path);
+  void InstallHistory();
+  void UpdateUndoEntries();
+  void ShowHistoryChange(const HistoryChange& c);
+  void ShowSelection(const std::vector<int>& selection);
   void EndProcess(int code);
   std::string ProjectsFolder();
 
@@ -235,6 +266,30 @@ class frmMain : public QMainWindow {
   QPointer<frmMultiLineEditor> multiLine_;
   bool designPlaced_ = false;
   PublishState ownPublishState_;
+  EditHistory history_;
+  // Off until the first project stands (a fresh start, New or a load).
+  bool historyOn_ = false;
+  // Open StepScopes: steps wait for the outermost one.
+  int stepHold_ = 0;
+  friend class StepScope;
 };
+
+// One user operation as one step: what was pending before it becomes a
+// step of its own, and everything until the scope ends is the step `name`
+// (empty: named after what changed). Scopes nest; the outermost records.
+class StepScope {
+ public:
+  StepScope(frmMain& main, std::string name);
+  ~StepScope();
+  StepScope(const StepScope&) = delete;
+  StepScope& operator=(const StepScope&) = delete;
+
+ private:
+  frmMain& main_;
+  std::string name_;
+};
+
+// The "[EditHistory]" section of a language file: the history's words.
+std::vector<std::string*> HistoryWordTargets();
 
 }  // namespace kp

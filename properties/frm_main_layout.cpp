@@ -16,8 +16,10 @@
 #include <cstdlib>
 #include <functional>
 
+#include "design/accessible_names.h"
 #include "design/frm_design.h"
 #include "properties/button_panel.h"
+#include "properties/frm_about.h"
 #include "design/colour_box.h"
 #include "properties/frm_main.h"
 #include "properties/global_panel.h"
@@ -112,8 +114,11 @@ class frmMain::MainView : public ProjectView {
   void LoadButton(Project& p, int i) override {
     if (i < 1 || i > p.ButtonCount) return;
     const QString name = DisplayText(p.button(i).sBName);
-    while (w_.lstButtons->count() < i) w_.lstButtons->addItem(QString());
-    w_.lstButtons->item(i - 1)->setText(name);
+    while (w_.lstButtons->count() < i - 1) w_.lstButtons->addItem(QString());
+    if (w_.lstButtons->count() == i - 1)
+      w_.lstButtons->addItem(name);
+    else
+      w_.lstButtons->item(i - 1)->setText(name);
     w_.design_->LoadButton(i);
   }
 
@@ -143,6 +148,7 @@ ProjectView& frmMain::View() { return *view_; }
 
 frmMain::frmMain(Project& p, Env& env) : p_(p), env_(env) {
   setObjectName("frmMain");
+  NameControlsOfEveryWindow();
   setAcceptDrops(true);
   CreateDesign();
   BuildMenus();
@@ -151,6 +157,7 @@ frmMain::frmMain(Project& p, Env& env) : p_(p), env_(env) {
   resize(640, 460);
   InstallButtonPanel(*this, p_, env_);
   general = InstallGlobalPanel(*this, p_, env_);
+  InstallHistory();
   endProcess = [](int code) { std::_Exit(code); };
 }
 
@@ -209,6 +216,7 @@ void frmMain::BuildMenus() {
   mnuWav2Au_ReadMe->setObjectName("mnuWav2Au_ReadMe");
   mnuHelp = menuBar()->addMenu(QString());
   mnuHelp->setObjectName("mnuHelp");
+  InstallHelpMenu(*this, env_);
 }
 
 void frmMain::BuildPanels() {
@@ -221,6 +229,10 @@ void frmMain::BuildPanels() {
   lstButtons = new QListWidget(frameButtons);
   lstButtons->setObjectName("lstButtons");
   lstButtons->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  // Rows of one font are of one height: the list is laid out without
+  // measuring each row's text, which a list of a thousand rows would do at
+  // every event run of a load.
+  lstButtons->setUniformItemSizes(true);
   lstButtons->viewport()->installEventFilter(new ReleaseWatcher(
       lstButtons, [this](bool right, QPoint at) { lstButtons_MouseUp(right, at); }));
   auto* listBox = new QVBoxLayout(frameButtons);
