@@ -1,5 +1,8 @@
 #include "tests/app/app_fixture.h"
 
+#include "app/language_catalog.h"
+#include "core/language.h"
+
 #include <QDialog>
 
 namespace kp::apptest {
@@ -76,6 +79,30 @@ App::App() {
 App::~App() {
   // Windows of the run go before the program's parts they point to.
   program.reset();
+}
+
+std::string PseudoMark(const std::string& heading, size_t k) {
+  return "\xC2\xAB" "k:" + heading.substr(1, heading.size() - 2) + ":" + std::to_string(k) +
+         "\xC2\xBB";
+}
+
+std::string PseudoLanguageFile() {
+  std::vector<LanguageSectionText> sections;
+  for (const CatalogSection& c : LanguageCatalog()) {
+    LanguageSectionText s{c.heading, {}};
+    for (size_t k = 1; k <= c.targets.size(); ++k) s.lines.push_back(PseudoMark(c.heading, k));
+    sections.push_back(std::move(s));
+  }
+  return LanguageFileText(sections);
+}
+
+TablesSnapshot::TablesSnapshot() {
+  for (const CatalogSection& c : LanguageCatalog())
+    for (std::string* t : c.targets) saved_.emplace_back(t, *t);
+}
+
+TablesSnapshot::~TablesSnapshot() {
+  for (auto& [t, text] : saved_) *t = text;
 }
 
 }  // namespace kp::apptest

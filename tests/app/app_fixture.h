@@ -109,4 +109,21 @@ struct App {
 // Copies the sample projects folder of the source tree to `dest`.
 void CopySampleProjects(const std::string& dest);
 
+// The marked text of line k of a language section: "«k:frmMain:12»".
+std::string PseudoMark(const std::string& heading, size_t k);
+
+// A language file whose every line of every section is its mark.
+std::string PseudoLanguageFile();
+
+// The text tables are program-wide: a test that translates them puts them
+// back when this goes.
+class TablesSnapshot {
+ public:
+  TablesSnapshot();
+  ~TablesSnapshot();
+
+ private:
+  std::vector<std::pair<std::string*, std::string>> saved_;
+};
+
 }  // namespace kp::apptest

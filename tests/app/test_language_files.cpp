@@ -59,37 +59,6 @@ using namespace kp::apptest;
 
 namespace {
 
-// The marked text of line k of a section: "«k:frmMain:12»".
-std::string Mark(const std::string& heading, size_t k) {
-  return "\xC2\xAB" "k:" + heading.substr(1, heading.size() - 2) + ":" + std::to_string(k) +
-         "\xC2\xBB";
-}
-
-std::string PseudoFile() {
-  std::vector<LanguageSectionText> sections;
-  for (const CatalogSection& c : LanguageCatalog()) {
-    LanguageSectionText s{c.heading, {}};
-    for (size_t k = 1; k <= c.targets.size(); ++k) s.lines.push_back(Mark(c.heading, k));
-    sections.push_back(std::move(s));
-  }
-  return LanguageFileText(sections);
-}
-
-// The tables are program-wide: a test that translates them puts them back.
-class TablesSnapshot {
- public:
-  TablesSnapshot() {
-    for (const CatalogSection& c : LanguageCatalog())
-      for (std::string* t : c.targets) saved_.emplace_back(t, *t);
-  }
-  ~TablesSnapshot() {
-    for (auto& [t, text] : saved_) *t = text;
-  }
-
- private:
-  std::vector<std::pair<std::string*, std::string>> saved_;
-};
-
 bool HasLetters(const QString& s) { return s.contains(QRegularExpression("[A-Za-z]{2,}")); }
 
 // Every visible text of a window and its menus: captions, tool tips, menu
@@ -243,7 +212,7 @@ QStringList TargetsNotTranslated() {
   QStringList left;
   for (const CatalogSection& c : LanguageCatalog())
     for (size_t k = 0; k < c.targets.size(); ++k)
-      if (MessageLineOf(*c.targets[k]) != Mark(c.heading, k + 1))
+      if (MessageLineOf(*c.targets[k]) != PseudoMark(c.heading, k + 1))
         left << QString::fromStdString(c.heading + " line " + std::to_string(k + 1) + " = " +
                                        *c.targets[k]);
   return left;
@@ -304,7 +273,7 @@ class LanguageFilesTest : public QObject {
   void aPseudoTranslationLeavesNoEnglishInAnyWindowOrMenu() {
     TablesSnapshot keep;
     App a;
-    WriteLanguage(a, PseudoFile());
+    WriteLanguage(a, PseudoLanguageFile());
     QCOMPARE(a.program->Main(""), -1);
     frmMain* m = a.main();
     m->resize(m->sizeHint());
@@ -332,7 +301,7 @@ class LanguageFilesTest : public QObject {
   void everyLineOfThePseudoFileReachesItsText() {
     TablesSnapshot keep;
     App a;
-    WriteLanguage(a, PseudoFile());
+    WriteLanguage(a, PseudoLanguageFile());
     QCOMPARE(a.program->Main(""), -1);
     (void)OpenEveryWindow(a);
     const QStringList left = TargetsNotTranslated();
@@ -342,7 +311,7 @@ class LanguageFilesTest : public QObject {
   void messageBoxesAndPublishingWindowsSpeakTheLanguage() {
     TablesSnapshot keep;
     App a;
-    WriteLanguage(a, PseudoFile());
+    WriteLanguage(a, PseudoLanguageFile());
     // The command line names no file: the start-up's own message.
     QCOMPARE(a.program->Main("NoSuchProject.kpn"), -1);
     QCOMPARE(a.prompter.boxes.size(), size_t(1));

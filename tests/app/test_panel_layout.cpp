@@ -113,32 +113,6 @@ QStringList Cut(QWidget* window) {
   return out;
 }
 
-std::string PseudoFile() {
-  std::vector<LanguageSectionText> sections;
-  for (const CatalogSection& c : LanguageCatalog()) {
-    LanguageSectionText s{c.heading, {}};
-    for (size_t k = 1; k <= c.targets.size(); ++k)
-      s.lines.push_back("\xC2\xAB" "k:" + c.heading.substr(1, c.heading.size() - 2) + ":" +
-                        std::to_string(k) + "\xC2\xBB");
-    sections.push_back(std::move(s));
-  }
-  return LanguageFileText(sections);
-}
-
-class TablesSnapshot {
- public:
-  TablesSnapshot() {
-    for (const CatalogSection& c : LanguageCatalog())
-      for (std::string* t : c.targets) saved_.emplace_back(t, *t);
-  }
-  ~TablesSnapshot() {
-    for (auto& [t, text] : saved_) *t = text;
-  }
-
- private:
-  std::vector<std::pair<std::string*, std::string>> saved_;
-};
-
 }  // namespace
 
 class PanelLayoutTest : public QObject {
@@ -247,7 +221,7 @@ class PanelLayoutTest : public QObject {
   void aPseudoTranslationCutsNoCaptionOfTheMainWindow() {
     TablesSnapshot keep;
     App a;
-    std::ofstream(a.home.path() + "/english_lng", std::ios::binary) << PseudoFile();
+    std::ofstream(a.home.path() + "/english_lng", std::ios::binary) << PseudoLanguageFile();
     Start(a);
     ButtonPanel* panel = Panel(a);
     QTest::mouseClick(panel->btnAdvanced, Qt::LeftButton);
