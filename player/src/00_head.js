@@ -4,3 +4,5 @@
 (function (global) {
 'use strict';
 const KP = {};
+// When the script ran and when it started the page's bars, for benchmarks.
+KP.timing = { scriptRan: typeof performance !== 'undefined' ? performance.now() : 0, bootStarted: 0 };

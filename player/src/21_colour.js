@@ -73,8 +73,14 @@ KP.ColorPart = function (c, partName) {
   return v;
 };
 
+// The three parts at once. Read from the right of the hexadecimal text,
+// the parts are the colour's bytes whenever the text has two to six
+// digits; one digit or more than six reads as black. Drawing asks this for
+// every fade and border, so the text is never built.
 KP.PartsOf = function (c) {
-  return { R: KP.ColorPart(c, 'RED'), G: KP.ColorPart(c, 'GREEN'), B: KP.ColorPart(c, 'BLUE') };
+  const u = (c | 0) >>> 0;
+  if (u < 16 || u > 0xFFFFFF) return { R: 0, G: 0, B: 0 };
+  return { R: u & 255, G: (u >>> 8) & 255, B: u >>> 16 };
 };
 
 KP.RGB = function (r, g, b) {
@@ -85,19 +91,16 @@ KP.RGB = function (r, g, b) {
 // or darker than R, G, B by (Width - k) * Shade, every part held to 0..255
 // by itself. null when the 16-bit arithmetic overflows.
 KP.ShadeColor = function (Shade, Width, R, G, B, k, bLight) {
-  try {
-    const part = [R, G, B];
-    for (let n = 0; n < 3; ++n) {
-      const far = KP.mul16(Width, Shade);
-      const near = KP.mul16(k, Shade);
-      let v = bLight ? KP.add16(part[n], KP.sub16(far, near)) : KP.add16(part[n], KP.sub16(near, far));
-      if (v > 255) v = 255;
-      if (v < 0) v = 0;
-      part[n] = v;
-    }
-    return KP.RGB(part[0], part[1], part[2]);
-  } catch (e) {
-    if (e === KP.Overflow) return null;
-    throw e;
-  }
+  // Every step of the sum is checked as the 16-bit arithmetic would; the
+  // steps shared by the three parts are worked out once.
+  const far = Width * Shade, near = k * Shade;
+  if (!(far >= -32768 && far <= 32767 && near >= -32768 && near <= 32767)) return null;
+  const d = bLight ? far - near : near - far;
+  if (!(d >= -32768 && d <= 32767)) return null;
+  let r = R + d, g = G + d, b = B + d;
+  if (!(r >= -32768 && r <= 32767 && g >= -32768 && g <= 32767 && b >= -32768 && b <= 32767)) return null;
+  r = r > 255 ? 255 : r < 0 ? 0 : r;
+  g = g > 255 ? 255 : g < 0 ? 0 : g;
+  b = b > 255 ? 255 : b < 0 ? 0 : b;
+  return KP.RGB(r, g, b);
 };

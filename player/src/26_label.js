@@ -47,18 +47,23 @@ function printRuns(measure, font, shown) {
 }
 
 // The runs [[dx, glyphs], ...] of a line printed at every stamp, in order.
+// Stamps come flat, three numbers each: x, y, colour.
 KP.StampRuns = function (dst, runs, stamps) {
-  if (runs.length === 1 && runs[0][0] === 0) {
-    KP.StampGlyphs(dst, runs[0][1], stamps);
-    return;
-  }
+  if (dst.w <= 0 || stamps.length === 0) return;
+  const w = dst.w, h = dst.h, px = dst.px;
   // Each stamp is one colour, so its characters may go in any order;
   // stamps keep theirs, a later one covering an earlier one.
-  const one = [null];
-  for (const st of stamps) {
-    for (const [dx, g] of runs) {
-      one[0] = { x: st.x + dx, y: st.y, colour: st.colour };
-      KP.StampGlyphs(dst, g, one);
+  for (let m = 0; m < stamps.length; m += 3) {
+    const sx = stamps[m], sy = stamps[m + 1], p = KP.toPixel(stamps[m + 2]);
+    for (let r = 0; r < runs.length; ++r) {
+      const g = runs[r][1];
+      if (!g || g.width <= 0 || g.height <= 0) continue;
+      const pts = glyphPoints(g);
+      const ox = sx + runs[r][0];
+      for (let k = 0; k < pts.length; k += 2) {
+        const x = ox + pts[k], y = sy + pts[k + 1];
+        if (x >= 0 && y >= 0 && x < w && y < h) px[y * w + x] = p;
+      }
     }
   }
 };
@@ -66,16 +71,9 @@ KP.StampRuns = function (dst, runs, stamps) {
 // The same glyphs printed at every stamp {x, y, colour}, in order, a later
 // print covering an earlier one.
 KP.StampGlyphs = function (dst, g, stamps) {
-  if (!g || g.width <= 0 || g.height <= 0 || stamps.length === 0 || dst.w <= 0) return;
-  const pts = glyphPoints(g);
-  const w = dst.w, h = dst.h, px = dst.px;
-  for (const s of stamps) {
-    const p = KP.toPixel(s.colour);
-    for (let k = 0; k < pts.length; k += 2) {
-      const x = s.x + pts[k], y = s.y + pts[k + 1];
-      if (x >= 0 && y >= 0 && x < w && y < h) px[y * w + x] = p;
-    }
-  }
+  const flat = [];
+  for (const s of stamps) flat.push(s.x, s.y, s.colour);
+  KP.StampRuns(dst, [[0, g]], flat);
 };
 
 function labelFont(FontName, FontSize, Bold, Italic) {
@@ -92,7 +90,7 @@ function setupPrint(measure, s, font) {
 KP.drawString = function (surface, measure, s, X, Y, FontName, FontSize, Color, Bold, Italic) {
   if (!s) return;
   const ps = setupPrint(measure, s, labelFont(FontName, FontSize, Bold, Italic));
-  KP.StampRuns(surface, ps.runs, [{ x: X, y: KP.PrintTop(Y, ps.TH), colour: Color }]);
+  KP.StampRuns(surface, ps.runs, [X, KP.PrintTop(Y, ps.TH), Color]);
 };
 
 // The text border of one line: the line printed at every offset around
@@ -124,7 +122,7 @@ KP.drawTFrame = function (surface, measure, s, X, Y, Thick, Color, Light, Shade,
         fore = shade(n);
         n = KP.add16(n, 1);
       }
-      stamps.push({ x: xx, y: top, colour: fore });
+      stamps.push(xx, top, fore);
     }
   };
   let error = null;

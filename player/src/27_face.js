@@ -18,17 +18,21 @@ KP.DrawPix = function (scene, i) {
   const f32 = Math.fround;
   try {
     const surf = scene.surface(i);
-    KP.cls(surf);
+    // Every face below is painted over a fresh fill; only a surface too
+    // wide for the 16-bit sizes stops before that and is left cleared.
+    if (!(surf.w <= 32767 && surf.h <= 32767)) KP.cls(surf);
     const s = scene.state[i];
     const b = scene.buttons[i];
     const applet = scene.applet;
     const W = KP.i16(surf.w), H = KP.i16(surf.h);
     if (b.noBackGround[s]) {
       // A flat applet needs no copy: the background colour is all there is.
-      if (!applet.BackImg && applet.iFadeStyle === 0 && applet.iABorderStyle === 0)
+      if (!applet.BackImg && applet.iFadeStyle === 0 && applet.iABorderStyle === 0) {
         KP.setBackColor(surf, applet.BackGround);
-      else
+      } else {
+        KP.cls(surf);
         KP.MakeTransparent(scene, i);
+      }
       KP.CopyCoveredButtons(scene, i);
     } else {
       KP.setBackColor(surf, b.BackColor[s]);

@@ -209,11 +209,16 @@ const BarCore = class {
   // the bar's only when everything is drawn, so nothing half-drawn shows.
   async _start() {
     const a = this.applet;
-    if (a.bPreLoad && a.sLoading) this._drawLoading();
-    else this._fill(a.BackGround);
+    const names = this._pictureNames();
+    // Without pictures to wait for, the bar is drawn before the page can
+    // paint, so a loading text would never be seen.
+    if (names.size) {
+      if (a.bPreLoad && a.sLoading) this._drawLoading();
+      else this._fill(a.BackGround);
+    }
 
     const pictures = new Map();
-    const loading = this._loadPictures(pictures).catch((e) => {
+    const loading = this._loadPictures(names, pictures).catch((e) => {
       this.warn('Kestrel Pane: pictures could not be loaded (' + barMessage(e) + ')');
     });
     // A picture's request goes out from a microtask of its own; this lets
@@ -258,6 +263,9 @@ const BarCore = class {
     this._flush();
     this.drawn = true;
     this.timing.drawn = barNow();
+    // The keyboard elements and sounds wait for the next task, so that the
+    // bar can reach the screen first.
+    await new Promise((resolve) => setTimeout(resolve, 0));
     this._makeKeys();
 
     this._preloadSounds();
@@ -297,8 +305,8 @@ const BarCore = class {
     this.loadingShown = true;
   }
 
-  // Every picture file the bar names, each fetched once, into `pictures`.
-  _loadPictures(pictures) {
+  // Every picture file the bar names, once each.
+  _pictureNames() {
     const names = new Set();
     const a = this.applet;
     if (a.BackImg) names.add(a.BackImg);
@@ -308,6 +316,11 @@ const BarCore = class {
         if (b.Image[s] && b.ImgStyle[s] !== 9) names.add(b.Image[s]);
       }
     }
+    return names;
+  }
+
+  // The pictures of `names` fetched into `pictures`.
+  _loadPictures(names, pictures) {
     return Promise.all(Array.from(names).map(async (name) => {
       let pic = null;
       try {
@@ -397,8 +410,10 @@ const BarCore = class {
     const scene = this.scene;
     const dst = { w: this.W, h: this.H, px: this._px };
     const x1 = r.x + r.w, y1 = r.y + r.h;
-    KP.fillRect(dst, r.x, r.y, r.w, r.h, this.applet.BackGround);
-    KP.bitBlt(dst, r.x, r.y, r.w, r.h, scene.design, r.x, r.y, KP.SRCCOPY);
+    if (scene.design.w < x1 || scene.design.h < y1) KP.fillRect(dst, r.x, r.y, r.w, r.h, this.applet.BackGround);
+    const d = scene.design;
+    const dx1 = Math.min(x1, d.w), dy1 = Math.min(y1, d.h);
+    if (dx1 > r.x && dy1 > r.y) KP.copyOpaque(dst, r.x, r.y, dx1 - r.x, dy1 - r.y, d, r.x, r.y);
     const surfaces = scene.surfaces;
     for (let i = 1; i <= this.count; i++) {
       const s = surfaces[i];
@@ -406,7 +421,7 @@ const BarCore = class {
       const ax = Math.max(r.x, s.Left), ay = Math.max(r.y, s.Top);
       const bx = Math.min(x1, s.Left + s.w), by = Math.min(y1, s.Top + s.h);
       if (bx <= ax || by <= ay) continue;
-      KP.bitBlt(dst, ax, ay, bx - ax, by - ay, s, ax - s.Left, ay - s.Top, KP.SRCCOPY);
+      KP.copyOpaque(dst, ax, ay, bx - ax, by - ay, s, ax - s.Left, ay - s.Top);
     }
   }
 

@@ -79,6 +79,7 @@ KP.mount = function (el) {
 
 KP.boot = function (doc) {
   const start = () => {
+    KP.timing.bootStarted = barNow();
     for (const el of Array.from(doc.querySelectorAll('applet'))) {
       if (!bootIsOurs(el)) continue;
       try {

@@ -177,3 +177,32 @@ test('numbers are an optional sign and decimal digits; anything else reads as 0'
   assert.equal(field('+7'), 7);
   for (const bad of ['', '-', '+', '1.5', '1e3', ' 4', '4 ', '0x10', 'abc']) assert.equal(field(bad), 0, bad);
 });
+
+test('every field of a button record reads as the unpacked field it stands at', () => {
+  let x = 5;
+  const next = () => (x = (Math.imul(x, 1664525) + 1013904223) >>> 0);
+  const alphabet = '0123456789|||^^abzAF&!234 -+;';
+  const num = (s) => (/^[+-]?\d+$/.test(s) ? Number(s) : 0);
+  const hex = (s) => {
+    if (!/^[0-9A-Fa-f]{1,6}$/.test(s)) return 0;
+    const v = parseInt(s, 16);
+    return ((v >> 16) & 255) | (v & 0xff00) | ((v & 255) << 16);
+  };
+  for (let t = 0; t < 3000; ++t) {
+    let value = '';
+    const n = next() % 160;
+    for (let k = 0; k < n; ++k) value += alphabet[next() % alphabet.length];
+    const fields = KP.unpack(value);
+    const f = (k) => (fields[k - 1] === undefined ? '' : fields[k - 1]);
+    const b = KP.decodeButton(value, 4);
+    assert.equal(b.x, num(f(1)), value);
+    assert.equal(b.Height, num(f(4)), value);
+    assert.deepEqual(b.FontColor, [undefined, hex(f(6)), hex(f(7)), hex(f(8))], value);
+    assert.deepEqual(b.BackColor, [undefined, hex(f(10)), hex(f(12)), hex(f(14))], value);
+    assert.deepEqual(b.LabelPosY, [undefined, num(f(28)), num(f(30)), num(f(32))], value);
+    assert.deepEqual(b.PositionText, [undefined, num(f(24)) !== 0, num(f(25)) !== 0, num(f(26)) !== 0], value);
+    assert.deepEqual(b.Label, [undefined, KP.unescapeText(f(72)), KP.unescapeText(f(73)), KP.unescapeText(f(74))], value);
+    assert.equal(b.ProgramOVER, f(86), value);
+    assert.equal(b.sBName, f(91) === '' ? 'Button 4' : KP.unescapeName(f(91)), value);
+  }
+});

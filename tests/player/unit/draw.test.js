@@ -236,3 +236,64 @@ test('the rounding of fractional positions is half to even, and out of range ove
   assert.throws(() => KP.cint(NaN), (e) => e === KP.Overflow);
   assert.equal(KP.cint(-32768.4), -32768);
 });
+
+// A small deterministic generator, so a failure can be repeated.
+function numbers(seed) {
+  let x = seed >>> 0;
+  return () => {
+    x = (Math.imul(x, 1664525) + 1013904223) >>> 0;
+    return x;
+  };
+}
+
+test('the three parts of a colour read at once equal each part read from its hexadecimal text', () => {
+  const next = numbers(7);
+  const colours = [-1, -2, 0x7FFFFFFF, -0x80000000, 0x1000000, 0xFFFFFF, 0x100000, 0xFFFFF, 0x10000, 0xFFFF, 0x1000, 0xFFF, 0x100];
+  for (let c = 0; c <= 300; ++c) colours.push(c);
+  for (let k = 0; k < 3000; ++k) colours.push(next() | 0, next() & 0xFFFFFF, next() & 0xFFFF, next() & 0xFFF);
+  for (const c of colours) {
+    assert.deepEqual(KP.PartsOf(c), { R: KP.ColorPart(c, 'RED'), G: KP.ColorPart(c, 'GREEN'), B: KP.ColorPart(c, 'BLUE') }, String(c));
+  }
+});
+
+test('a shade gives null exactly where one of its 16-bit steps overflows', () => {
+  // Each step of the sum as its own checked 16-bit operation, part by part.
+  const reference = (Shade, Width, R, G, B, k, bLight) => {
+    try {
+      const part = [R, G, B];
+      for (let n = 0; n < 3; ++n) {
+        const far = KP.mul16(Width, Shade), near = KP.mul16(k, Shade);
+        let v = bLight ? KP.add16(part[n], KP.sub16(far, near)) : KP.add16(part[n], KP.sub16(near, far));
+        part[n] = Math.max(0, Math.min(255, v));
+      }
+      return KP.RGB(part[0], part[1], part[2]);
+    } catch (e) {
+      if (e === KP.Overflow) return null;
+      throw e;
+    }
+  };
+  const next = numbers(11);
+  const pick = (values) => values[next() % values.length];
+  const sizes = [0, 1, 2, 5, 127, 128, 181, 182, 255, 256, 16383, 16384, 32767, -1, -181, -32768];
+  let nulls = 0;
+  for (let t = 0; t < 20000; ++t) {
+    const args = [pick(sizes), pick(sizes), pick([0, 255, 32767, -32768, 100]), pick([0, 255, 32767, 7]),
+      pick([0, 255, -32768, 9]), pick(sizes), (next() & 1) === 1];
+    const want = reference(...args);
+    if (want === null) ++nulls;
+    assert.equal(KP.ShadeColor(...args), want, JSON.stringify(args));
+  }
+  assert.ok(nulls > 1000, 'the cases reach the overflows');
+});
+
+test('a new surface is opaque everywhere, and an opaque copy equals SRCCOPY', () => {
+  const blank = KP.newSurface(3, 2);
+  assert.ok(Array.from(blank.px).every((p) => p === 0xFF000000));
+  const src = KP.newSurface(5, 4, kRed);
+  KP.fillRect(src, 1, 1, 2, 2, RGB(1, 2, 3));
+  const a = KP.newSurface(6, 6, kWhite), b = KP.newSurface(6, 6, kWhite);
+  KP.bitBlt(a, 2, 1, 3, 3, src, 1, 0, KP.SRCCOPY);
+  KP.copyOpaque(b, 2, 1, 3, 3, src, 1, 0);
+  assert.deepEqual(Array.from(b.px), Array.from(a.px));
+  assert.notDeepEqual(Array.from(b.px), Array.from(KP.newSurface(6, 6, kWhite).px));
+});

@@ -216,7 +216,7 @@ test('a line printed character by character gives the pixels of its whole mask, 
   const whole = mask(3, 2, 0, -1, [1, 0, 0, 1, 1, 1]);
   const stamps = [{ x: 2, y: 3, colour: 0x0000ff }, { x: 3, y: 3, colour: 0x00ff00 }, { x: 2, y: 4, colour: 0xff0000 }];
   const bySteps = P.newSurface(8, 8, 0xffffff);
-  P.StampRuns(bySteps, [[0, a], [1, b]], stamps);
+  P.StampRuns(bySteps, [[0, a], [1, b]], stamps.flatMap((s) => [s.x, s.y, s.colour]));
   const together = P.newSurface(8, 8, 0xffffff);
   P.StampGlyphs(together, whole, stamps);
   assert.deepEqual(Array.from(bySteps.px), Array.from(together.px));
