@@ -25,6 +25,8 @@ DesignTexts& frmDesignTexts() {
       {"frmGrid.btnApply", "&Apply"},
       {"frmGrid.btnOK", "&OK"},
       {"frmGrid.btnCANCEL", "&Cancel"},
+      {"scrollH", "Scroll Sideways"},
+      {"scrollV", "Scroll Up and Down"},
   };
   return t;
 }

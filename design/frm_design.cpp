@@ -111,6 +111,7 @@ frmDesign::frmDesign(Project& p, Env& env, DesignHost& host, QWidget* parent)
   mnuRefresh->setObjectName("mnuRefresh");
   mnuRefresh->setShortcut(Qt::Key_F5);
   BuildZoomMenu();
+  BuildScrollBars();
   // Entries whose command is not there yet are not offered.
   connect(mnuCommon, &QMenu::aboutToShow, this, [this] {
     mnuNewButton->setEnabled(static_cast<bool>(btnAddBtn_Click));
@@ -133,6 +134,7 @@ void frmDesign::ApplyTexts() {
   mnuGrid->setText(DesignQText(t, "mnuGrid"));
   mnuRefresh->setText(DesignQText(t, "mnuRefresh"));
   ApplyZoomTexts();
+  ApplyScrollTexts();
 }
 
 void frmDesign::Form_Load(const LangSettings& lang, const QIcon& icon) {
@@ -301,6 +303,12 @@ void frmDesign::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QImage& design = scene_->Design().img;
   painter.fillRect(rect(), Qt::white);
+  const QRect view = ViewRect();
+  // The corner between two scroll bars.
+  if (view != rect()) painter.fillRect(rect().adjusted(view.width(), view.height(), 0, 0),
+                                       palette().window());
+  painter.setClipRect(view);
+  painter.translate(-scroll_);
   // Zoomed, every applet pixel becomes a square of screen pixels: the
   // painter does not smooth unless asked.
   painter.scale(zoom_, zoom_);
@@ -328,20 +336,23 @@ void frmDesign::ShowOver(QWidget* mainWindow, bool onTop) {
 
 void frmDesign::SetClientSize(int w, int h) {
   EnsureDesignSize(w, h);
-  // An applet too large for the zoomed view is shown at 1:1 again.
-  if (!ZoomFits(zoom_, w, h)) {
-    zoom_ = 1;
-    UpdateZoomMenu();
-  }
-  resize(w * zoom_, h * zoom_);
+  // An applet too large for the zoomed window is scrolled.
+  scrolling_ = !ZoomFits(zoom_, w, h);
+  const QSize client = ZoomedClientSize(zoom_, w, h);
+  if (scrolling_) KeepOnScreen(client);
+  resize(client);
   // The platform may tell of the new size later, or not at all when the
   // window is hidden: the resize path runs now unless it already ran.
   if (w != p_.AppletWidth || h != p_.AppletHeight) Form_Resize(w, h);
+  LayoutView();
 }
 
 void frmDesign::resizeEvent(QResizeEvent* e) {
   QWidget::resizeEvent(e);
-  if (StaleZoomSize(size())) return;
+  LayoutView();
+  if (size() == ZoomedClientSize(zoom_, p_.AppletWidth, p_.AppletHeight)) scrollWanted_.reset();
+  // While the view scrolls, a resize shows more or less of the applet.
+  if (StaleZoomSize(size()) || scrolling_) return;
   const int w = AppletSpan(width(), zoom_), h = AppletSpan(height(), zoom_);
   EnsureDesignSize(w, h);
   // A size the applet already has is no resize of the applet (a window
@@ -363,11 +374,13 @@ void frmDesign::Form_Resize(int w, int h) {
   bResizing = false;
   if (!bKeepChanged) p_.bProjectSaved = false;
   env_.prompter.Busy(false);
-  update();
+  // A new applet size gives the scrolling view a new range.
+  LayoutView();
 }
 
 void frmDesign::Call_RESIZE() {
-  Form_Resize(AppletSpan(width(), zoom_), AppletSpan(height(), zoom_));
+  if (scrolling_) Form_Resize(p_.AppletWidth, p_.AppletHeight);
+  else Form_Resize(AppletSpan(width(), zoom_), AppletSpan(height(), zoom_));
 }
 
 bool frmDesign::CHECK_POS_frmDesign() {
@@ -448,6 +461,8 @@ void frmDesign::dropEvent(QDropEvent* e) {
 // --- Routing of the mouse and the keys ---------------------------------------------------
 
 void frmDesign::mousePressEvent(QMouseEvent* e) {
+  // The corner between the scroll bars shows no applet.
+  if (!ViewRect().contains(e->position().toPoint())) return;
   const QPointF at = AppletPos(e->position());
   const QPoint pt(RoundHalfEven(at.x()), RoundHalfEven(at.y()));
   const int button = ButtonOf(e->button());
@@ -557,7 +572,7 @@ void frmDesign::mouseReleaseEvent(QMouseEvent* e) {
 }
 
 void frmDesign::keyPressEvent(QKeyEvent* e) {
-  if (ZoomKey(*e)) return;
+  if (ZoomKey(*e) || ScrollKey(*e)) return;
   int code = 0;
   switch (e->key()) {
     case Qt::Key_X: code = 0x58; break;

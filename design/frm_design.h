@@ -32,6 +32,7 @@ class QAction;
 class QIcon;
 class QKeyEvent;
 class QMenu;
+class QScrollBar;
 
 namespace kp {
 
@@ -157,11 +158,22 @@ class frmDesign : public QWidget {
   // surfaces stay at 1:1, the applet keeps its size and nothing of it
   // reaches the project.
   int Zoom() const { return zoom_; }
-  // Takes a step when the zoomed window fits on the screen; otherwise the
-  // zoom stays.
+  // Takes a step; the applet point at the view's centre stays there where
+  // the scroll range allows.
   void SetZoom(int zoom);
+  // The zoomed window fits on the screen and shows the whole applet.
+  // Otherwise the window takes the screen's available area and the view
+  // scrolls.
   bool ZoomFits(int zoom) const { return ZoomFits(zoom, p_.AppletWidth, p_.AppletHeight); }
   bool ZoomFits(int zoom, int appletW, int appletH) const;
+  // The view scrolls: a resize of the window changes only what is seen,
+  // never the applet.
+  bool Scrolling() const { return scrolling_; }
+  // The zoomed view's offset in window pixels, and the part of the window
+  // that shows the applet (all of it unless scroll bars take their room).
+  QPoint ScrollOffset() const { return scroll_; }
+  QRect ViewRect() const;
+  void ScrollTo(QPoint offset);
 
   // The main window's refresh routine: everything under the buttons
   // repainted, forced.
@@ -223,6 +235,9 @@ class frmDesign : public QWidget {
   QMenu* mnuZoom;
   // 100, 200, 400 and 800 %, in the order of kZoomSteps.
   std::array<QAction*, 4> mnuZoomSteps{};
+  // Shown only while the zoomed view scrolls.
+  QScrollBar* scrollH = nullptr;
+  QScrollBar* scrollV = nullptr;
 
   // Set by the program's shutdown: only then may the window close.
   bool bUnloading = false;
@@ -270,6 +285,26 @@ class frmDesign : public QWidget {
   bool ZoomKey(const QKeyEvent& e);
   // A window position in applet pixels.
   QPointF AppletPos(const QPointF& windowPos) const;
+  // A zoom step that keeps the applet point under `anchor` (a view
+  // position) in place, or the view's centre without one.
+  void SetZoomAt(int zoom, std::optional<QPoint> anchor);
+  // The client size for an applet at a zoom: the zoomed applet, or the
+  // largest part of it the screen's available area holds.
+  QSize ZoomedClientSize(int zoom, int appletW, int appletH) const;
+  QSize MaxClientSize() const;
+  // The thickness of a scroll bar.
+  int BarExtent() const;
+  // A scrolling window is moved back within the available area; returns
+  // how far it moved.
+  QPoint KeepOnScreen(QSize client);
+  void BuildScrollBars();
+  void ApplyScrollTexts();
+  // The bars placed, shown or hidden, and their ranges set, for the
+  // window's size now; the offset kept within the range.
+  void LayoutView();
+  // Page Up/Down, Home and End move the view; Shift for sideways.
+  bool ScrollKey(const QKeyEvent& e);
+  void ScrollWheel(QWheelEvent* e);
   // A window manager answers a resize later: after quick zoom steps a size
   // of an earlier step may still arrive, and is no resize of the applet.
   bool StaleZoomSize(const QSize& s);
@@ -301,6 +336,12 @@ class frmDesign : public QWidget {
   QPoint pressGlobal_;
   int zoom_ = 1;
   bool zoomPending_ = false;
+  bool scrolling_ = false;
+  QPoint scroll_;
+  QRect view_;
+  // The offset a zoom step chose, kept until the window has its new size:
+  // a size that arrives late must not cut it.
+  std::optional<QPoint> scrollWanted_;
   // Wheel steps short of a whole notch (touchpads send small ones).
   int wheelRest_ = 0;
   std::vector<int> passedTransparent_;

@@ -1,12 +1,10 @@
 // The design window's zoom: the view shows every applet pixel as a square
 // of 2, 4 or 8 screen pixels, and the mouse is mapped back to applet
-// pixels before any handler sees it.
+// pixels, through the scroll offset, before any handler sees it.
 #include <QAction>
 #include <QActionGroup>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QScreen>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -54,32 +52,51 @@ void frmDesign::ApplyZoomTexts() {
 void frmDesign::UpdateZoomMenu() {
   for (size_t n = 0; n < mnuZoomSteps.size(); ++n) {
     mnuZoomSteps[n]->setChecked(kZoomSteps[n] == zoom_);
-    mnuZoomSteps[n]->setEnabled(ZoomFits(kZoomSteps[n]));
+    // A step the screen cannot hold scrolls: every step is offered.
+    mnuZoomSteps[n]->setEnabled(true);
   }
 }
 
 bool frmDesign::ZoomFits(int zoom, int appletW, int appletH) const {
   if (zoom <= 1) return true;
-  QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen();
-  const QRect area = s ? s->availableGeometry() : QRect(0, 0, 1024, 768);
-  const QRect f = frameGeometry();
-  const long frameW = std::max(0, f.width() - width());
-  const long frameH = std::max(0, f.height() - height());
+  const QSize max = MaxClientSize();
   // A window the screen cannot hold would be cut by the window manager,
-  // and its resize would then shrink the applet.
-  return static_cast<long>(appletW) * zoom + frameW <= area.width() &&
-         static_cast<long>(appletH) * zoom + frameH <= area.height();
+  // and its resize would then shrink the applet: such a view scrolls.
+  return static_cast<long>(appletW) * zoom <= max.width() &&
+         static_cast<long>(appletH) * zoom <= max.height();
 }
 
-void frmDesign::SetZoom(int zoom) {
+void frmDesign::SetZoom(int zoom) { SetZoomAt(zoom, std::nullopt); }
+
+void frmDesign::SetZoomAt(int zoom, std::optional<QPoint> anchor) {
   const bool known = std::find(std::begin(kZoomSteps), std::end(kZoomSteps), zoom) !=
                      std::end(kZoomSteps);
-  if (known && zoom != zoom_ && ZoomFits(zoom)) {
+  if (known && zoom != zoom_) {
+    const QPoint before = anchor.value_or(ViewRect().center());
+    const QPoint scrollBefore = scroll_;
+    const int zoomBefore = zoom_;
     zoom_ = zoom;
     zoomPending_ = true;
-    // The window follows; its resize path sees the applet's own size and
-    // leaves the project alone.
-    resize(std::max(1, p_.AppletWidth * zoom_), std::max(1, p_.AppletHeight * zoom_));
+    scrolling_ = !ZoomFits(zoom_);
+    const QSize client = ZoomedClientSize(zoom_, p_.AppletWidth, p_.AppletHeight);
+    scrollWanted_.reset();
+    if (scrolling_) {
+      // The mouse stays where it is on the screen while the window moves.
+      const QPoint moved = KeepOnScreen(client);
+      const int bar = BarExtent();
+      const ScrollLayout l = LayoutScroll(client.width(), client.height(),
+                                          p_.AppletWidth * zoom_, p_.AppletHeight * zoom_, bar,
+                                          bar);
+      const QPoint after =
+          anchor ? *anchor - moved : QRect(0, 0, l.viewW, l.viewH).center();
+      scrollWanted_ =
+          QPoint(ScrollForAnchor(before.x(), scrollBefore.x(), zoomBefore, after.x(), zoom_),
+                 ScrollForAnchor(before.y(), scrollBefore.y(), zoomBefore, after.y(), zoom_));
+    }
+    // The window follows; its resize path sees the applet's own size, or
+    // a scrolling view, and leaves the project alone.
+    resize(client);
+    LayoutView();
     update();
   }
   UpdateZoomMenu();
@@ -98,34 +115,40 @@ bool frmDesign::ZoomKey(const QKeyEvent& e) {
 
 void frmDesign::wheelEvent(QWheelEvent* e) {
   if (!e->modifiers().testFlag(Qt::ControlModifier)) {
-    QWidget::wheelEvent(e);
+    ScrollWheel(e);
     return;
   }
   e->accept();
+  // The applet pixel under the mouse stays under it.
+  const QPoint at = e->position().toPoint();
+  const std::optional<QPoint> anchor =
+      ViewRect().contains(at) ? std::optional<QPoint>(at) : std::nullopt;
   wheelRest_ += e->angleDelta().y();
   while (wheelRest_ >= kWheelNotch) {
     wheelRest_ -= kWheelNotch;
-    SetZoom(ZoomIn(zoom_));
+    SetZoomAt(ZoomIn(zoom_), anchor);
   }
   while (wheelRest_ <= -kWheelNotch) {
     wheelRest_ += kWheelNotch;
-    SetZoom(ZoomOut(zoom_));
+    SetZoomAt(ZoomOut(zoom_), anchor);
   }
 }
 
 bool frmDesign::StaleZoomSize(const QSize& s) {
   if (!zoomPending_) return false;
-  const QSize applet(p_.AppletWidth, p_.AppletHeight);
+  const QSize now = ZoomedClientSize(zoom_, p_.AppletWidth, p_.AppletHeight);
+  if (s == now) return false;
   // Answers may come twice or out of order: until the user sizes the
   // window, any size of another step is an old one.
   for (int z : kZoomSteps)
-    if (z != zoom_ && s == applet * z) return true;
-  if (s != applet * zoom_) zoomPending_ = false;
+    if (z != zoom_ && s == ZoomedClientSize(z, p_.AppletWidth, p_.AppletHeight)) return true;
+  zoomPending_ = false;
   return false;
 }
 
 QPointF frmDesign::AppletPos(const QPointF& windowPos) const {
-  return QPointF(ToApplet(windowPos.x(), zoom_), ToApplet(windowPos.y(), zoom_));
+  return QPointF(ToApplet(windowPos.x() + scroll_.x(), zoom_),
+                 ToApplet(windowPos.y() + scroll_.y(), zoom_));
 }
 
 }  // namespace kp

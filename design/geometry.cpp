@@ -285,6 +285,42 @@ int AppletSpan(int windowPixels, int zoom) {
   return std::max(0, windowPixels) / zoom;
 }
 
+// --- A zoomed applet larger than the screen ----------------------------------------------
+
+ScrollLayout LayoutScroll(int clientW, int clientH, int contentW, int contentH, int barW,
+                          int barH) {
+  ScrollLayout l;
+  l.barH = contentW > clientW;
+  l.barV = contentH > clientH;
+  // Twice: the second bar may come only from the room the first one took.
+  for (int pass = 0; pass < 2; ++pass) {
+    l.barH = l.barH || contentW > clientW - (l.barV ? barW : 0);
+    l.barV = l.barV || contentH > clientH - (l.barH ? barH : 0);
+  }
+  l.viewW = std::max(0, clientW - (l.barV ? barW : 0));
+  l.viewH = std::max(0, clientH - (l.barH ? barH : 0));
+  return l;
+}
+
+std::pair<int, int> CappedClientSize(int contentW, int contentH, int maxW, int maxH, int barW,
+                                     int barH) {
+  if (contentW <= maxW && contentH <= maxH) return {contentW, contentH};
+  const ScrollLayout l = LayoutScroll(maxW, maxH, contentW, contentH, barW, barH);
+  return {std::min(maxW, contentW + (l.barV ? barW : 0)),
+          std::min(maxH, contentH + (l.barH ? barH : 0))};
+}
+
+int ClampScroll(int offset, int content, int view) {
+  return std::clamp(offset, 0, std::max(0, content - view));
+}
+
+int ScrollForAnchor(int anchorBefore, int scrollBefore, int zoomBefore, int anchorAfter,
+                    int zoomAfter) {
+  const double applet =
+      static_cast<double>(anchorBefore + scrollBefore) / std::max(1, zoomBefore);
+  return static_cast<int>(std::lround(applet * zoomAfter)) - anchorAfter;
+}
+
 // --- The window on the screen ------------------------------------------------------------
 
 bool FitsOnScreen(int right, int bottom, int screenClientW, int screenClientH) {

@@ -163,6 +163,36 @@ double ToApplet(double windowCoord, int zoom);
 // The applet's extent that a window extent of `windowPixels` shows.
 int AppletSpan(int windowPixels, int zoom);
 
+// --- A zoomed applet larger than the screen ----------------------------------------------
+
+// Which scroll bars a view of `clientW` x `clientH` window pixels needs for
+// a zoomed applet of `contentW` x `contentH`, and what is left to show it:
+// a bar along one edge takes room that may then call for the other.
+struct ScrollLayout {
+  bool barH = false;
+  bool barV = false;
+  int viewW = 0;
+  int viewH = 0;
+};
+ScrollLayout LayoutScroll(int clientW, int clientH, int contentW, int contentH, int barW,
+                          int barH);
+
+// The client size of a window that shows the zoomed applet whole when it
+// fits within maxW x maxH, and otherwise the largest part of it the area
+// holds, with its scroll bars.
+std::pair<int, int> CappedClientSize(int contentW, int contentH, int maxW, int maxH, int barW,
+                                     int barH);
+
+// A scroll offset kept within 0 and the part of the content the view
+// cannot show.
+int ClampScroll(int offset, int content, int view);
+
+// The offset after a zoom step that puts the applet point which lay at
+// view position `anchorBefore` (offset `scrollBefore`, zoom `zoomBefore`)
+// at `anchorAfter`. Not clamped.
+int ScrollForAnchor(int anchorBefore, int scrollBefore, int zoomBefore, int anchorAfter,
+                    int zoomAfter);
+
 // --- The window on the screen ------------------------------------------------------------
 
 // CHECK_POS_frmDesign: the window's right and bottom edges lie within the

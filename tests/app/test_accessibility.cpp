@@ -13,6 +13,9 @@
 #include <QScrollBar>
 #include <QtTest>
 
+#include <algorithm>
+#include <string_view>
+
 #include "app/frm_applet_paths.h"
 #include "app/frm_ask_to_associate.h"
 #include "app/frm_browser_setup.h"
@@ -380,7 +383,7 @@ class AccessibilityTest : public QObject {
     }
     // A translated caption names the list in the translation.
     UiTexts& t = frmBrowserSetup::Texts();
-    auto it = std::find_if(t.begin(), t.end(), [](const UiText& x) { return x.control == "lblPaths"; });
+    auto it = std::find_if(t.begin(), t.end(), [](const UiText& x) { return std::string_view(x.control) == "lblPaths"; });
     QVERIFY(it != t.end());
     const std::string english = it->text;
     it->text = "Ort:";

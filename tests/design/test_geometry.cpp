@@ -423,5 +423,64 @@ TEST(Zoom, TheWindowShowsWholeAppletPixelsOnly) {
   EXPECT_EQ(AppletSpan(-5, 2), 0);
 }
 
+TEST(ZoomScroll, AViewThatHoldsTheAppletNeedsNoBar) {
+  const ScrollLayout l = LayoutScroll(400, 300, 400, 300, 16, 16);
+  EXPECT_FALSE(l.barH);
+  EXPECT_FALSE(l.barV);
+  EXPECT_EQ(l.viewW, 400);
+  EXPECT_EQ(l.viewH, 300);
+}
+
+TEST(ZoomScroll, TheRoomOfOneBarCanCallForTheOther) {
+  // Wider than the view: the bottom bar, whose room leaves 294 pixels for
+  // 300, so the right bar follows.
+  ScrollLayout l = LayoutScroll(500, 310, 1000, 300, 16, 16);
+  EXPECT_TRUE(l.barH);
+  EXPECT_TRUE(l.barV);
+  EXPECT_EQ(l.viewW, 484);
+  EXPECT_EQ(l.viewH, 294);
+  l = LayoutScroll(500, 316, 1000, 300, 16, 16);
+  EXPECT_TRUE(l.barH);
+  EXPECT_FALSE(l.barV);
+  EXPECT_EQ(l.viewH, 300);
+  // Only the right bar, and the width it takes calls for the bottom one.
+  l = LayoutScroll(510, 300, 500, 900, 16, 16);
+  EXPECT_TRUE(l.barV);
+  EXPECT_TRUE(l.barH);
+}
+
+TEST(ZoomScroll, TheWindowIsCappedToTheAreaOnlyWhereTheAppletDoesNotFit) {
+  EXPECT_EQ(CappedClientSize(920, 400, 1280, 1000, 16, 16), std::make_pair(920, 400));
+  // Demo at 400 %: as wide as the area, as high as the applet and its bar.
+  EXPECT_EQ(CappedClientSize(1840, 800, 1280, 1000, 16, 16), std::make_pair(1280, 816));
+  EXPECT_EQ(CappedClientSize(3680, 1600, 1280, 1000, 16, 16), std::make_pair(1280, 1000));
+  // Exactly the area, with its bar, is no larger than the area.
+  EXPECT_EQ(CappedClientSize(1840, 990, 1280, 1000, 16, 16), std::make_pair(1280, 1000));
+  // The view a capped window leaves is never larger than the applet.
+  for (int h : {100, 500, 984, 985, 990, 1000, 1200}) {
+    const auto [w, hh] = CappedClientSize(2000, h, 1280, 1000, 16, 16);
+    const ScrollLayout l = LayoutScroll(w, hh, 2000, h, 16, 16);
+    EXPECT_LE(l.viewH, h) << h;
+    EXPECT_TRUE(l.barH) << h;
+    EXPECT_EQ(l.barV, h > hh - 16) << h;
+  }
+}
+
+TEST(ZoomScroll, AnOffsetStaysWithinWhatTheViewCannotShow) {
+  EXPECT_EQ(ClampScroll(-5, 1000, 400), 0);
+  EXPECT_EQ(ClampScroll(250, 1000, 400), 250);
+  EXPECT_EQ(ClampScroll(601, 1000, 400), 600);
+  EXPECT_EQ(ClampScroll(50, 300, 400), 0);
+}
+
+TEST(ZoomScroll, AZoomStepKeepsTheAnchoredAppletPointInPlace) {
+  // Applet pixel 60 under window x 100 at 400 % (offset 140), then 800 %.
+  EXPECT_EQ(ScrollForAnchor(100, 140, 4, 100, 8), 380);
+  EXPECT_EQ((100 + 380) / 8, 60);
+  // The view's centre moves from 200 to 640 as the window grows.
+  EXPECT_EQ(ScrollForAnchor(200, 0, 2, 640, 4), -240);
+  EXPECT_EQ(ScrollForAnchor(0, 0, 1, 0, 8), 0);
+}
+
 }  // namespace
 }  // namespace kp
