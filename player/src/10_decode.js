@@ -6,62 +6,34 @@
 // long run of bars was shortened the same way. The applet record "p" is
 // never packed.
 
+const DEC_DIGITS = '0123456789abcdefghijklmnopqrstuvwxyz';
 
-// Where each field of a packed value lies, with every repeat spelled out:
-// field k runs from at[2k] to at[2k + 1]. Returns the number of fields.
-// Offsets instead of strings: a thousand buttons bring a hundred thousand
-// fields, and most of them are only read as numbers.
-function unpackBounds(value, at) {
+// The fields of a packed value, in order, with every repeat spelled out.
+KP.unpack = function (value) {
+  const out = [];
   const n = value.length;
-  let count = 0, i = 0;
-  let ps = 0, pe = 0;  // the field before, for the repeat marks
+  let i = 0;
   while (i < n) {
     if (value.charCodeAt(i) === 94 /* ^ */ && i + 1 < n) {
-      const c = value.charCodeAt(i + 1);
-      let d = -1;
-      if (c === 124 /* | */) d = 1;
-      else if (c >= 48 && c <= 57) d = c - 48;
-      else if (c >= 97 && c <= 122) d = c - 87;
+      const c = value[i + 1];
+      const prev = out.length ? out[out.length - 1] : '';
+      if (c === '|') {
+        out.push(prev);
+        i += 2;
+        continue;
+      }
+      const d = DEC_DIGITS.indexOf(c);
       if (d >= 0) {
-        if (at.length < 2 * (count + d)) return -1 - count;
-        for (let k = 0; k < d; k++) {
-          at[2 * count] = ps;
-          at[2 * count + 1] = pe;
-          ++count;
-        }
+        for (let k = 0; k < d; k++) out.push(prev);
         i += 2;
         continue;
       }
     }
     let j = value.indexOf('|', i);
     if (j < 0) j = n;
-    if (at.length < 2 * (count + 1)) return -1 - count;
-    ps = i;
-    pe = j;
-    at[2 * count] = ps;
-    at[2 * count + 1] = pe;
-    ++count;
+    out.push(value.slice(i, j));
     i = j + 1;
   }
-  return count;
-}
-
-// Field bounds of the value being decoded; grown when a value has more.
-let decAt = new Int32Array(256);
-
-function decBounds(value) {
-  for (;;) {
-    const count = unpackBounds(value, decAt);
-    if (count >= 0) return count;
-    decAt = new Int32Array(decAt.length * 2);
-  }
-}
-
-// The fields of a packed value, in order, with every repeat spelled out.
-KP.unpack = function (value) {
-  const count = decBounds(value);
-  const out = [];
-  for (let k = 0; k < count; k++) out.push(value.slice(decAt[2 * k], decAt[2 * k + 1]));
   return out;
 };
 
@@ -103,26 +75,6 @@ function decInt(s) {
   return neg ? -v : v;
 }
 
-// decInt of the characters s..e of v.
-function decIntAt(v, s, e) {
-  let i = s, neg = false;
-  if (i < e) {
-    const c = v.charCodeAt(i);
-    if (c === 43 || c === 45) {
-      neg = c === 45;
-      i = s + 1;
-    }
-  }
-  if (i >= e) return 0;
-  let n = 0;
-  for (; i < e; ++i) {
-    const d = v.charCodeAt(i) - 48;
-    if (d < 0 || d > 9) return 0;
-    n = n * 10 + d;
-  }
-  return neg ? -n : n;
-}
-
 // Colours are written red, green, blue with leading zeros dropped; the
 // model keeps red in the low byte.
 KP.parseColour = function (s) {
@@ -138,20 +90,10 @@ KP.parseColour = function (s) {
 };
 const decColour = KP.parseColour;
 
-// parseColour of the characters s..e of v.
-function decColourAt(v, s, e) {
-  if (e - s > 6) return 0;
-  let n = 0;
-  for (let i = s; i < e; ++i) {
-    const c = v.charCodeAt(i);
-    const d = c >= 48 && c <= 57 ? c - 48 : c >= 65 && c <= 70 ? c - 55 : c >= 97 && c <= 102 ? c - 87 : -1;
-    if (d < 0) return 0;
-    n = n * 16 + d;
-  }
-  return ((n >> 16) & 255) | (n & 0xff00) | ((n & 255) << 16);
-}
-
 const DEC_FONTS = ['Arial', 'Courier', 'Times', 'Dialog'];
+function decFont(s) {
+  return DEC_FONTS[decInt(s)] || 'Arial';
+}
 
 KP.decodeApplet = function (value, width, height) {
   const f = String(value || '').split('|');
@@ -207,45 +149,17 @@ KP.decodeApplet = function (value, width, height) {
   };
 };
 
-// Field k (1-based) of the value being decoded, read as a number, a
-// colour or a string; a field past the last reads as empty.
-function fInt(v, count, k) {
-  return k <= count ? decIntAt(v, decAt[2 * k - 2], decAt[2 * k - 1]) : 0;
+// Three fields, one a state, starting at field `first` (1-based), every
+// `step`. Called ninety times a button while the page waits, so no
+// closures: the fields are read straight from the array.
+function decTri(fields, first, step, conv) {
+  const a = fields[first - 1], b = fields[first - 1 + step], c = fields[first - 1 + 2 * step];
+  return [undefined, conv(a === undefined ? '' : a), conv(b === undefined ? '' : b),
+    conv(c === undefined ? '' : c)];
 }
 
-function fColour(v, count, k) {
-  return k <= count ? decColourAt(v, decAt[2 * k - 2], decAt[2 * k - 1]) : 0;
-}
-
-function fStr(v, count, k) {
-  return k <= count ? v.slice(decAt[2 * k - 2], decAt[2 * k - 1]) : '';
-}
-
-function fText(v, count, k) {
-  return KP.unescapeText(fStr(v, count, k));
-}
-
-// Three fields, one a state, starting at field `first`, every `step`.
-// One function a kind, so each call site stays simple for the compiler.
-function triInt(v, n, first, step) {
-  return [undefined, fInt(v, n, first), fInt(v, n, first + step), fInt(v, n, first + 2 * step)];
-}
-
-function triColour(v, n, first, step) {
-  return [undefined, fColour(v, n, first), fColour(v, n, first + step), fColour(v, n, first + 2 * step)];
-}
-
-function triText(v, n, first) {
-  return [undefined, fText(v, n, first), fText(v, n, first + 1), fText(v, n, first + 2)];
-}
-
-function triOn(v, n, first) {
-  return [undefined, fInt(v, n, first) !== 0, fInt(v, n, first + 1) !== 0, fInt(v, n, first + 2) !== 0];
-}
-
-function triFont(v, n, first) {
-  return [undefined, DEC_FONTS[fInt(v, n, first)] || 'Arial', DEC_FONTS[fInt(v, n, first + 1)] || 'Arial',
-    DEC_FONTS[fInt(v, n, first + 2)] || 'Arial'];
+function decOn(s) {
+  return decInt(s) !== 0;
 }
 
 function decBits(flags, a, b, c) {
@@ -253,17 +167,18 @@ function decBits(flags, a, b, c) {
 }
 
 KP.decodeButton = function (value, index) {
-  const v = String(value || '');
-  const n = decBounds(v);
-  const flags = fInt(v, n, 5);
-  const name = fStr(v, n, 91);
+  const fields = KP.unpack(String(value || ''));
+  const f = (k) => (fields[k - 1] === undefined ? '' : fields[k - 1]);
+  const flags = decInt(f(5));
+  const text = KP.unescapeText;
+  const name = f(91);
   return {
     index: index,
     sBName: name === '' ? 'Button ' + index : KP.unescapeName(name),
-    x: fInt(v, n, 1),
-    y: fInt(v, n, 2),
-    Width: fInt(v, n, 3),
-    Height: fInt(v, n, 4),
+    x: decInt(f(1)),
+    y: decInt(f(2)),
+    Width: decInt(f(3)),
+    Height: decInt(f(4)),
     ShowHand: (flags & 1) !== 0,
     Radio: (flags & 2) !== 0,
     Hidden: (flags & 32) !== 0,
@@ -272,40 +187,40 @@ KP.decodeButton = function (value, index) {
     TFrameLeftToRight: decBits(flags, 512, 1024, 2048),
     SoundStop: decBits(flags, 4096, 8192, 16384),
     SoundLoop: decBits(flags, 32768, 65536, 131072),
-    FontColor: triColour(v, n, 6, 1),
-    BorderColor: triColour(v, n, 9, 2),
-    BackColor: triColour(v, n, 10, 2),
-    TFrameColor: triColour(v, n, 15, 1),
-    FadeColor: triColour(v, n, 18, 1),
-    FrameColor: triColour(v, n, 21, 1),
-    PositionText: triOn(v, n, 24),
-    LabelPosX: triInt(v, n, 27, 2),
-    LabelPosY: triInt(v, n, 28, 2),
-    Font: triFont(v, n, 33),
-    TFrameShade: triInt(v, n, 36, 1),
-    FontStyle: triInt(v, n, 39, 1),
-    FadeStyle: triInt(v, n, 42, 1),
-    TFrameThick: triInt(v, n, 45, 1),
-    FrameThick: triInt(v, n, 48, 1),
-    ImgX: triInt(v, n, 51, 2),
-    ImgY: triInt(v, n, 52, 2),
-    ImgStyle: triInt(v, n, 57, 1),
-    BorderStyle: triInt(v, n, 60, 1),
-    BorderWidth: triInt(v, n, 63, 1),
-    BorderShade: triInt(v, n, 66, 1),
-    FontSize: triInt(v, n, 69, 1),
-    Label: triText(v, n, 72),
-    URL: fText(v, n, 75),
-    Status: fText(v, n, 76),
-    Target: fText(v, n, 77),
-    Image: triText(v, n, 78),
-    Snd: triText(v, n, 81),
-    ProgramUP: fStr(v, n, 84),
-    ProgramLEAVE: fStr(v, n, 85),
-    ProgramOVER: fStr(v, n, 86),
-    ProgramDOWN: fStr(v, n, 87),
-    ProgramCHECK: fStr(v, n, 88),
-    ProgramUNCHECK: fStr(v, n, 89),
-    Tip: fText(v, n, 90),
+    FontColor: decTri(fields, 6, 1, decColour),
+    BorderColor: decTri(fields, 9, 2, decColour),
+    BackColor: decTri(fields, 10, 2, decColour),
+    TFrameColor: decTri(fields, 15, 1, decColour),
+    FadeColor: decTri(fields, 18, 1, decColour),
+    FrameColor: decTri(fields, 21, 1, decColour),
+    PositionText: decTri(fields, 24, 1, decOn),
+    LabelPosX: decTri(fields, 27, 2, decInt),
+    LabelPosY: decTri(fields, 28, 2, decInt),
+    Font: decTri(fields, 33, 1, decFont),
+    TFrameShade: decTri(fields, 36, 1, decInt),
+    FontStyle: decTri(fields, 39, 1, decInt),
+    FadeStyle: decTri(fields, 42, 1, decInt),
+    TFrameThick: decTri(fields, 45, 1, decInt),
+    FrameThick: decTri(fields, 48, 1, decInt),
+    ImgX: decTri(fields, 51, 2, decInt),
+    ImgY: decTri(fields, 52, 2, decInt),
+    ImgStyle: decTri(fields, 57, 1, decInt),
+    BorderStyle: decTri(fields, 60, 1, decInt),
+    BorderWidth: decTri(fields, 63, 1, decInt),
+    BorderShade: decTri(fields, 66, 1, decInt),
+    FontSize: decTri(fields, 69, 1, decInt),
+    Label: decTri(fields, 72, 1, text),
+    URL: text(f(75)),
+    Status: text(f(76)),
+    Target: text(f(77)),
+    Image: decTri(fields, 78, 1, text),
+    Snd: decTri(fields, 81, 1, text),
+    ProgramUP: f(84),
+    ProgramLEAVE: f(85),
+    ProgramOVER: f(86),
+    ProgramDOWN: f(87),
+    ProgramCHECK: f(88),
+    ProgramUNCHECK: f(89),
+    Tip: text(f(90)),
   };
 };

@@ -271,6 +271,19 @@ KP.CanvasMeasure.prototype.GlyphRuns = function (font, text) {
   return runs;
 };
 
+// A line's height and glyph runs for printing, kept a face: a label's
+// text border and its line share one.
+KP.CanvasMeasure.prototype.PrintSetup = function (font, text) {
+  const face = this.face(font);
+  if (!face.prints) face.prints = new Map();
+  let ps = face.prints.get(text);
+  if (ps) return ps;
+  if (face.prints.size > 8192) face.prints.clear();
+  ps = { TH: Math.fround(face.height), runs: text ? this.GlyphRuns(font, text) : [] };
+  face.prints.set(text, ps);
+  return ps;
+};
+
 // Glyphs are drawn SAMPLES times larger, and a pixel is printed when the
 // drawing covers the point that stands for it, as an unantialiased
 // rasteriser decides by the pixel's centre; the point lies a sixteenth of a

@@ -80,8 +80,12 @@ function labelFont(FontName, FontSize, Bold, Italic) {
   return { name: KP.PrintedFontName(FontName), size: FontSize, bold: Bold, italic: Italic };
 }
 
+// What printing a line needs: its height and its glyph runs. A measure
+// that keeps them (the canvas measure) answers a line it has seen with
+// one lookup.
 function setupPrint(measure, s, font) {
   const shown = KP.LabelDisplayText(s);
+  if (measure.PrintSetup) return measure.PrintSetup(font, shown);
   return { TH: Math.fround(measure.TextHeight(font, shown)), runs: printRuns(measure, font, shown) };
 }
 
@@ -99,46 +103,53 @@ KP.drawString = function (surface, measure, s, X, Y, FontName, FontSize, Color, 
 KP.drawTFrame = function (surface, measure, s, X, Y, Thick, Color, Light, Shade, LeftToRight,
   FontName, FontSize, Bold, Italic) {
   if (Thick < 1) return;
-  const c = KP.PartsOf(Color);
   const ps = setupPrint(measure, s, labelFont(FontName, FontSize, Bold, Italic));
-  const stamps = [];
-  const shade = function (n) {
-    const v = KP.ShadeColor(Shade, Thick, c.R, c.G, c.B, n, Light);
-    if (v === null) throw KP.Overflow;
-    return v;
-  };
-  let fore = 0, n = -1;
-  const row = function (yy) {
-    if (!LeftToRight) {
-      fore = shade(n);
+  printTFrame(surface, ps, s, X, Y, Thick, Color, Light, Shade, LeftToRight);
+};
+
+// The stamps of one row of the text border at yy; returns the next shade
+// step. Along the row the shade steps on only when LeftToRight.
+function tframeRow(stamps, ps, X, yy, Thick, c, Light, Shade, LeftToRight, n) {
+  let fore = 0;
+  if (!LeftToRight) {
+    fore = KP.ShadeColor(Shade, Thick, c.R, c.G, c.B, n, Light);
+    if (fore === null) throw KP.Overflow;
+    n = KP.add16(n, 1);
+  } else {
+    n = 0;
+  }
+  const top = KP.PrintTop(yy, ps.TH);
+  const last = KP.add16(X, Thick);
+  for (let xx = KP.sub16(X, Thick); xx <= last; ++xx) {
+    if (LeftToRight) {
+      fore = KP.ShadeColor(Shade, Thick, c.R, c.G, c.B, n, Light);
+      if (fore === null) throw KP.Overflow;
       n = KP.add16(n, 1);
-    } else {
-      n = 0;
     }
-    const top = KP.PrintTop(yy, ps.TH);
-    const last = KP.add16(X, Thick);
-    for (let xx = KP.sub16(X, Thick); xx <= last; ++xx) {
-      if (LeftToRight) {
-        fore = shade(n);
-        n = KP.add16(n, 1);
-      }
-      stamps.push(xx, top, fore);
-    }
-  };
+    stamps.push(xx, top, fore);
+  }
+  return n;
+}
+
+function printTFrame(surface, ps, s, X, Y, Thick, Color, Light, Shade, LeftToRight) {
+  const c = KP.PartsOf(Color);
+  const stamps = [];
   let error = null;
   try {
-    n = -1;
-    for (let yy = KP.sub16(Y, Thick); yy <= Y; ++yy) row(yy);
+    let n = -1;
+    for (let yy = KP.sub16(Y, Thick); yy <= Y; ++yy)
+      n = tframeRow(stamps, ps, X, yy, Thick, c, Light, Shade, LeftToRight, n);
     n = -1;
     const stop = KP.sub16(Y, 1);
-    for (let yy = KP.add16(Y, Thick); yy >= stop; --yy) row(yy);
+    for (let yy = KP.add16(Y, Thick); yy >= stop; --yy)
+      n = tframeRow(stamps, ps, X, yy, Thick, c, Light, Shade, LeftToRight, n);
   } catch (e) {
     error = e;
   }
   // What was printed before an error stays printed.
   if (s) KP.StampRuns(surface, ps.runs, stamps);
   if (error) throw error;
-};
+}
 
 // The label of button record b in state s on its surface. A centred
 // label's first line place is written back into the record, as the
@@ -155,10 +166,15 @@ KP.DrawLabel = function (surface, measure, b, s, applet) {
     const lines = KP.SplitLabel(b.Label[s]);
     const N = lines.length;
     const W = f32(surface.w), H = f32(surface.h);
+    // The text border, then the line over it, from one print setup.
     const print = function (line, x, y) {
-      KP.drawTFrame(surface, measure, line, x, y, b.TFrameThick[s], b.TFrameColor[s], b.TFrameLight[s],
-        b.TFrameShade[s], b.TFrameLeftToRight[s], b.Font[s], b.FontSize[s], bold, italic);
-      KP.drawString(surface, measure, line, x, y, b.Font[s], b.FontSize[s], b.FontColor[s], bold, italic);
+      const thick = b.TFrameThick[s];
+      if (thick < 1 && !line) return;
+      const ps = setupPrint(measure, line, font);
+      if (thick >= 1)
+        printTFrame(surface, ps, line, x, y, thick, b.TFrameColor[s], b.TFrameLight[s], b.TFrameShade[s],
+          b.TFrameLeftToRight[s]);
+      if (line) KP.StampRuns(surface, ps.runs, [x, KP.PrintTop(y, ps.TH), b.FontColor[s]]);
     };
     const height = function (line) {
       return f32(measure.TextHeight(font, line));
