@@ -22,6 +22,7 @@
 #include "publish/sound.h"
 #include "tests/app/app_fixture.h"
 #include "tests/app/window_driver.h"
+#include "tests/app/window_texts.h"
 
 using namespace kp;
 using namespace kp::apptest;
@@ -163,6 +164,32 @@ class HelpToolsTest : public QObject {
     QCOMPARE(caption, QString("About Kestrel Pane 2.02"));
     QCOMPARE(product, QString("Kestrel Pane"));
     QCOMPARE(version, QString("Version 2.02"));
+  }
+
+  // The guide's pictures are written only from windows this finds clean:
+  // a scratch program folder of a run is no folder an author sees.
+  void aWindowShowingAScratchFolderIsCaughtBeforeItsPicture() {
+    App a;
+    a.program->Main("");
+    QStringList caught, clean;
+    auto ran = WhenWindow("frmAbout", [&](QWidget* w) {
+      caught = TempPathsShown(w);
+      w->findChild<QLabel*>("lblFolder")->setText("Program folder: /usr/share/kestrelpane");
+      clean = TempPathsShown(w);
+      QTest::mouseClick(w->findChild<QPushButton*>("btnOK"), Qt::LeftButton);
+    });
+    MenuEntry(a.main()->mnuHelp, "mnuAbout")->trigger();
+    QVERIFY(*ran);
+    QCOMPARE(caught.size(), 1);
+    QVERIFY(caught[0].endsWith(QString::fromStdString(a.home.path())));
+    QVERIFY(clean.isEmpty());
+    // Rows of a list are read too.
+    QWidget window;
+    auto* rows = new QTreeWidget(&window);
+    rows->addTopLevelItem(new QTreeWidgetItem({"/home/author/Sounds/beep.wav", "OK"}));
+    QVERIFY(TempPathsShown(&window).isEmpty());
+    rows->addTopLevelItem(new QTreeWidgetItem({QDir::tempPath() + "/Sounds/x.wav", "OK"}));
+    QCOMPARE(TempPathsShown(&window).size(), 1);
   }
 
   void theHelpMenuTextsAreInTheAboutSection() {
