@@ -2,7 +2,13 @@
 // empty project, buttons of one plain colour, and the mouse on the window.
 #pragma once
 
+#include <QWheelEvent>
+#include <QWindow>
 #include <QtTest>
+
+#include <fstream>
+#include <sstream>
+#include <string>
 
 #include "core/startup.h"
 #include "design/frm_design.h"
@@ -107,7 +113,47 @@ struct Bench {
     return true;
   }
   QPoint Pos(int i) { return QPoint(p().button(i).x, p().button(i).y); }
+
+  // Mouse events given to the window, so that the application routes them
+  // as it routes a person's: to an open menu first.
+  QWindow* w() { return d->windowHandle(); }
+  void WPress(QPoint at, Qt::MouseButton b = Qt::LeftButton, Qt::KeyboardModifiers m = {}) {
+    QTest::mousePress(w(), b, m, at);
+  }
+  void WRelease(QPoint at, Qt::MouseButton b = Qt::LeftButton, Qt::KeyboardModifiers m = {}) {
+    QTest::mouseRelease(w(), b, m, at);
+  }
+  void WMove(QPoint at) { QTest::mouseMove(w(), at); }
+  void WClick(QPoint at, Qt::MouseButton b = Qt::LeftButton) {
+    WPress(at, b);
+    WRelease(at, b);
+  }
+  void WDrag(QPoint from, QPoint to) {
+    WPress(from);
+    WMove(to);
+    WRelease(to);
+  }
+  // One wheel turn of `angle` eighths of a degree at a window position.
+  void Wheel(QPoint at, int angle, Qt::KeyboardModifiers m) {
+    const QPointF pos(at);
+    QWheelEvent e(pos, d->mapToGlobal(pos), QPoint(), QPoint(0, angle), Qt::NoButton, m,
+                  Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(d, &e);
+  }
 };
+
+inline std::string FileBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+// A picture of the window for a person to look at, when KP_SHOT_DIR asks.
+inline void Shot(QWidget* w, const char* name) {
+  if (!qEnvironmentVariableIsEmpty("KP_SHOT_DIR"))
+    w->grab().save(qEnvironmentVariable("KP_SHOT_DIR") + "/" + name + ".png");
+}
 
 // The top mark of DrawMultiSelector on a button of width W at (x, y): a
 // black outline from (W/2 - 3, 1) to (W/2 + 3, 7), white inside.

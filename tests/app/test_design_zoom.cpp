@@ -9,8 +9,6 @@
 #include <QWindow>
 #include <QtTest>
 
-#include <fstream>
-#include <sstream>
 
 #include "design/frm_grid.h"
 #include "project/project_file.h"
@@ -22,8 +20,7 @@ using namespace kp::apptest;
 
 namespace {
 
-// Mouse events given to the window, so that the application routes them
-// as it routes a person's: to an open menu first.
+// A small applet on a settled window; the zoom steps wait for the window.
 struct ZoomBench : Bench {
   explicit ZoomBench(int appletW = 120, int appletH = 80) {
     // A window manager's first answer must not arrive after the size.
@@ -36,29 +33,12 @@ struct ZoomBench : Bench {
     }();
     QTest::qWait(20);
   }
-  QWindow* w() { return d->windowHandle(); }
   // A window manager may answer the resize later.
   void Zoom(int z) {
     d->SetZoom(z);
     QCOMPARE(d->Zoom(), z);
     QTRY_COMPARE(d->width(), p().AppletWidth * z);
     QTRY_COMPARE(d->height(), p().AppletHeight * z);
-  }
-  void WPress(QPoint at, Qt::MouseButton b = Qt::LeftButton, Qt::KeyboardModifiers m = {}) {
-    QTest::mousePress(w(), b, m, at);
-  }
-  void WRelease(QPoint at, Qt::MouseButton b = Qt::LeftButton, Qt::KeyboardModifiers m = {}) {
-    QTest::mouseRelease(w(), b, m, at);
-  }
-  void WMove(QPoint at) { QTest::mouseMove(w(), at); }
-  void WClick(QPoint at, Qt::MouseButton b = Qt::LeftButton) {
-    WPress(at, b);
-    WRelease(at, b);
-  }
-  void WDrag(QPoint from, QPoint to) {
-    WPress(from);
-    WMove(to);
-    WRelease(to);
   }
   // Applet pixel (x, y) as a window position at the present zoom, a
   // little inside the pixel's square.
@@ -67,12 +47,6 @@ struct ZoomBench : Bench {
     return QPoint(x * z + z / 2, y * z + z / 2);
   }
   void Key(Qt::Key k, Qt::KeyboardModifiers m = Qt::ControlModifier) { QTest::keyClick(w(), k, m); }
-  void Wheel(int angle, Qt::KeyboardModifiers m = Qt::ControlModifier) {
-    const QPointF at(10, 10);
-    QWheelEvent e(at, d->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, m,
-                  Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(d, &e);
-  }
 };
 
 // The sample project on a shown design window, settled: its transparent
@@ -115,18 +89,6 @@ struct DemoBench {
     QCOMPARE(after, fresh);
   }
 };
-
-std::string FileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
-void Shot(QWidget* w, const char* name) {
-  if (!qEnvironmentVariableIsEmpty("KP_SHOT_DIR"))
-    w->grab().save(qEnvironmentVariable("KP_SHOT_DIR") + "/" + name + ".png");
-}
 
 }  // namespace
 
@@ -230,17 +192,17 @@ class DesignZoomTest : public QObject {
 
   void ctrlWheelStepsTheZoomAWholeNotchAtATime() {
     ZoomBench b(90, 60);
-    b.Wheel(120);
+    b.Wheel(QPoint(10, 10), 120, Qt::ControlModifier);
     QCOMPARE(b.d->Zoom(), 2);
-    b.Wheel(60);  // half a notch, as a touchpad sends it
+    b.Wheel(QPoint(10, 10), 60, Qt::ControlModifier);  // half a notch, as a touchpad sends it
     QCOMPARE(b.d->Zoom(), 2);
-    b.Wheel(60);
+    b.Wheel(QPoint(10, 10), 60, Qt::ControlModifier);
     QCOMPARE(b.d->Zoom(), 4);
-    b.Wheel(-120);
+    b.Wheel(QPoint(10, 10), -120, Qt::ControlModifier);
     QCOMPARE(b.d->Zoom(), 2);
-    b.Wheel(120, Qt::NoModifier);
+    b.Wheel(QPoint(10, 10), 120, Qt::NoModifier);
     QCOMPARE(b.d->Zoom(), 2);
-    b.Wheel(-240);
+    b.Wheel(QPoint(10, 10), -240, Qt::ControlModifier);
     QCOMPARE(b.d->Zoom(), 1);
     QCOMPARE(b.p().AppletWidth, i16(90));
   }

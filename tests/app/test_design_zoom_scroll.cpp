@@ -10,8 +10,6 @@
 #include <QWindow>
 #include <QtTest>
 
-#include <fstream>
-#include <sstream>
 
 #include "project/project_file.h"
 #include "render/scene.h"
@@ -41,7 +39,6 @@ struct ScrollBench : Bench {
     }();
     QTest::qWait(20);
   }
-  QWindow* w() { return d->windowHandle(); }
   void Zoom(int z) {
     d->SetZoom(z);
     QCOMPARE(d->Zoom(), z);
@@ -69,27 +66,8 @@ struct ScrollBench : Bench {
     const QPoint a = win + d->ScrollOffset();
     return QPoint(a.x() / d->Zoom(), a.y() / d->Zoom());
   }
-  void WPress(QPoint at) { QTest::mousePress(w(), Qt::LeftButton, {}, at); }
-  void WRelease(QPoint at) { QTest::mouseRelease(w(), Qt::LeftButton, {}, at); }
-  void WMove(QPoint at) { QTest::mouseMove(w(), at); }
-  void WClick(QPoint at) {
-    WPress(at);
-    WRelease(at);
-  }
-  void Wheel(QPoint at, int angle, Qt::KeyboardModifiers m) {
-    QWheelEvent e(at, d->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, m,
-                  Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(d, &e);
-  }
   bool WithinArea() const { return area.contains(d->frameGeometry()); }
 };
-
-std::string FileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
 
 // Every window pixel of the view shows the 1:1 picture's pixel under it.
 QString ScaledMismatch(const QImage& shown, const QImage& one, const QRect& view, QPoint off,
@@ -103,11 +81,6 @@ QString ScaledMismatch(const QImage& shown, const QImage& one, const QRect& view
             z);
     }
   return {};
-}
-
-void Shot(QWidget* w, const char* name) {
-  if (!qEnvironmentVariableIsEmpty("KP_SHOT_DIR"))
-    w->grab().save(qEnvironmentVariable("KP_SHOT_DIR") + "/" + name + ".png");
 }
 
 }  // namespace
