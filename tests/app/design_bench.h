@@ -114,6 +114,19 @@ struct Bench {
   }
   QPoint Pos(int i) { return QPoint(p().button(i).x, p().button(i).y); }
 
+  // The window shown and settled at an applet of w x h: a window
+  // manager's first answer must not arrive after the size.
+  void Settle(int w, int h) {
+    [&] { QVERIFY(QTest::qWaitForWindowExposed(d)); }();
+    QTest::qWait(50);
+    d->SetAppletSize(w, h);
+    [&] {
+      QTRY_COMPARE(d->width(), w);
+      QTRY_COMPARE(d->height(), h);
+    }();
+    QTest::qWait(20);
+  }
+
   // Mouse events given to the window, so that the application routes them
   // as it routes a person's: to an open menu first.
   QWindow* w() { return d->windowHandle(); }

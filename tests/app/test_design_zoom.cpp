@@ -9,7 +9,6 @@
 #include <QWindow>
 #include <QtTest>
 
-
 #include "design/frm_grid.h"
 #include "project/project_file.h"
 #include "render/scene.h"
@@ -22,17 +21,7 @@ namespace {
 
 // A small applet on a settled window; the zoom steps wait for the window.
 struct ZoomBench : Bench {
-  explicit ZoomBench(int appletW = 120, int appletH = 80) {
-    // A window manager's first answer must not arrive after the size.
-    [&] { QVERIFY(QTest::qWaitForWindowExposed(d)); }();
-    QTest::qWait(50);
-    d->SetAppletSize(appletW, appletH);
-    [&] {
-      QTRY_COMPARE(d->width(), appletW);
-      QTRY_COMPARE(d->height(), appletH);
-    }();
-    QTest::qWait(20);
-  }
+  explicit ZoomBench(int appletW = 120, int appletH = 80) { Settle(appletW, appletH); }
   // A window manager may answer the resize later.
   void Zoom(int z) {
     d->SetZoom(z);

@@ -10,7 +10,6 @@
 #include <QWindow>
 #include <QtTest>
 
-
 #include "project/project_file.h"
 #include "render/scene.h"
 #include "tests/app/design_bench.h"
@@ -32,12 +31,7 @@ struct ScrollBench : Bench {
     const QSize frame = d->frameGeometry().size() - d->size();
     W = (area.width() - frame.width()) / 2;
     H = (area.height() - frame.height()) / 2;
-    d->SetAppletSize(W, H);
-    [&] {
-      QTRY_COMPARE(d->width(), W);
-      QTRY_COMPARE(d->height(), H);
-    }();
-    QTest::qWait(20);
+    Settle(W, H);
   }
   void Zoom(int z) {
     d->SetZoom(z);
