@@ -291,6 +291,8 @@ class frmDesign : public QWidget {
   // The client size for an applet at a zoom: the zoomed applet, or the
   // largest part of it the screen's available area holds.
   QSize ZoomedClientSize(int zoom, int appletW, int appletH) const;
+  // The screen's area for windows (a fallback when there is no screen).
+  QRect AvailableArea() const;
   QSize MaxClientSize() const;
   // The thickness of a scroll bar.
   int BarExtent() const;

@@ -78,9 +78,13 @@ void frmDesign::ApplyScrollTexts() {
 
 int frmDesign::BarExtent() const { return style()->pixelMetric(QStyle::PM_ScrollBarExtent); }
 
-QSize frmDesign::MaxClientSize() const {
+QRect frmDesign::AvailableArea() const {
   QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen();
-  const QRect area = s ? s->availableGeometry() : QRect(0, 0, 1024, 768);
+  return s ? s->availableGeometry() : QRect(0, 0, 1024, 768);
+}
+
+QSize frmDesign::MaxClientSize() const {
+  const QRect area = AvailableArea();
   const QRect f = frameGeometry();
   return QSize(area.width() - std::max(0, f.width() - width()),
                area.height() - std::max(0, f.height() - height()));
@@ -95,9 +99,7 @@ QSize frmDesign::ZoomedClientSize(int zoom, int appletW, int appletH) const {
 }
 
 QPoint frmDesign::KeepOnScreen(QSize client) {
-  QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen();
-  if (!s) return {};
-  const QRect area = s->availableGeometry();
+  const QRect area = AvailableArea();
   const QRect f = frameGeometry();
   const QSize outer = client + (f.size() - size());
   const int x = std::max(area.left(), std::min(f.left(), area.left() + area.width() - outer.width()));

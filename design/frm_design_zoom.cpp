@@ -50,11 +50,8 @@ void frmDesign::ApplyZoomTexts() {
 }
 
 void frmDesign::UpdateZoomMenu() {
-  for (size_t n = 0; n < mnuZoomSteps.size(); ++n) {
-    mnuZoomSteps[n]->setChecked(kZoomSteps[n] == zoom_);
-    // A step the screen cannot hold scrolls: every step is offered.
-    mnuZoomSteps[n]->setEnabled(true);
-  }
+  // Every step is offered: one the screen cannot hold scrolls.
+  for (size_t n = 0; n < mnuZoomSteps.size(); ++n) mnuZoomSteps[n]->setChecked(kZoomSteps[n] == zoom_);
 }
 
 bool frmDesign::ZoomFits(int zoom, int appletW, int appletH) const {
