@@ -8,5 +8,5 @@
 (function (global) {
 'use strict';
 const KP = {};
-// When the script ran and when it started the page's bars, for benchmarks.
-KP.timing = { scriptRan: typeof performance !== 'undefined' ? performance.now() : 0, bootStarted: 0 };
+// When the player started the page's bars, for benchmarks.
+KP.timing = { bootStarted: 0 };

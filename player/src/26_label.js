@@ -68,14 +68,6 @@ KP.StampRuns = function (dst, runs, stamps) {
   }
 };
 
-// The same glyphs printed at every stamp {x, y, colour}, in order, a later
-// print covering an earlier one.
-KP.StampGlyphs = function (dst, g, stamps) {
-  const flat = [];
-  for (const s of stamps) flat.push(s.x, s.y, s.colour);
-  KP.StampRuns(dst, [[0, g]], flat);
-};
-
 function labelFont(FontName, FontSize, Bold, Italic) {
   return { name: KP.PrintedFontName(FontName), size: FontSize, bold: Bold, italic: Italic };
 }
@@ -88,24 +80,6 @@ function setupPrint(measure, s, font) {
   if (measure.PrintSetup) return measure.PrintSetup(font, shown);
   return { TH: Math.fround(measure.TextHeight(font, shown)), runs: printRuns(measure, font, shown) };
 }
-
-// One line with its text cell's left at X and its top three quarters of
-// the text's height above Y.
-KP.drawString = function (surface, measure, s, X, Y, FontName, FontSize, Color, Bold, Italic) {
-  if (!s) return;
-  const ps = setupPrint(measure, s, labelFont(FontName, FontSize, Bold, Italic));
-  KP.StampRuns(surface, ps.runs, [X, KP.PrintTop(Y, ps.TH), Color]);
-};
-
-// The text border of one line: the line printed at every offset around
-// (X, Y) up to Thick, each print in a shade of Color; first the rows from
-// the top down to Y, then from the bottom up to Y - 1.
-KP.drawTFrame = function (surface, measure, s, X, Y, Thick, Color, Light, Shade, LeftToRight,
-  FontName, FontSize, Bold, Italic) {
-  if (Thick < 1) return;
-  const ps = setupPrint(measure, s, labelFont(FontName, FontSize, Bold, Italic));
-  printTFrame(surface, ps, s, X, Y, Thick, Color, Light, Shade, LeftToRight);
-};
 
 // The stamps of one row of the text border at yy; returns the next shade
 // step. Along the row the shade steps on only when LeftToRight.
@@ -131,6 +105,9 @@ function tframeRow(stamps, ps, X, yy, Thick, c, Light, Shade, LeftToRight, n) {
   return n;
 }
 
+// The text border of one line: the line printed at every offset around
+// (X, Y) up to Thick, each print in a shade of Color; first the rows from
+// the top down to Y, then from the bottom up to Y - 1.
 function printTFrame(surface, ps, s, X, Y, Thick, Color, Light, Shade, LeftToRight) {
   const c = KP.PartsOf(Color);
   const stamps = [];

@@ -50,7 +50,7 @@ KP.Scene.prototype.reserve = function () {
     total += sizes[i][0] * sizes[i][1];
   }
   if (total <= 0 || total > (1 << 26)) return;
-  const pool = new Uint32Array(total).fill(0xFF000000 | 0);
+  const pool = new Uint32Array(total).fill(PX_OPAQUE | 0);
   let at = 0;
   for (let i = 1; i < this.buttons.length; ++i) {
     if (this.surfaces[i]) continue;

@@ -218,6 +218,6 @@ test('a line printed character by character gives the pixels of its whole mask, 
   const bySteps = P.newSurface(8, 8, 0xffffff);
   P.StampRuns(bySteps, [[0, a], [1, b]], stamps.flatMap((s) => [s.x, s.y, s.colour]));
   const together = P.newSurface(8, 8, 0xffffff);
-  P.StampGlyphs(together, whole, stamps);
+  P.StampRuns(together, [[0, whole]], stamps.flatMap((s) => [s.x, s.y, s.colour]));
   assert.deepEqual(Array.from(bySteps.px), Array.from(together.px));
 });
