@@ -244,42 +244,38 @@ KP.CanvasMeasure.prototype.Glyphs = function (font, text) {
 // [[dx, glyphs], ...]. Printing these one by one gives the pixels of
 // Glyphs(font, text) without putting a mask together for every new label.
 KP.CanvasMeasure.prototype.GlyphRuns = function (font, text) {
-  if (!text) return [];
-  const face = this.face(font);
-  if (!face.runs) face.runs = new Map();
-  let runs = face.runs.get(text);
-  if (runs) return runs;
-  if (face.runs.size > 8192) face.runs.clear();
-  this.setFont(face);
-  if (!face.chars) face.chars = new Map();
-  runs = [];
-  let pen = 0;
-  for (const ch of text) {
-    const a = this.advance(face, ch);
-    if (ch !== SOFT_HYPHEN) {
-      let g = face.chars.get(ch);
-      if (!g) {
-        g = this.rasteriseRun(face, ch);
-        face.chars.set(ch, g);
-        this.setFont(face);
-      }
-      if (g.width) runs.push([pen, g]);
-    }
-    pen += a;
-  }
-  face.runs.set(text, runs);
-  return runs;
+  return text ? this.PrintSetup(font, text).runs : [];
 };
 
-// A line's height and glyph runs for printing, kept a face: a label's
-// text border and its line share one.
+// What printing a line needs, kept a face (a label's text border and its
+// line share one): the font's height, the glyph runs and the line's width,
+// which is TextWidth's. One pass over the characters gives all three.
 KP.CanvasMeasure.prototype.PrintSetup = function (font, text) {
   const face = this.face(font);
   if (!face.prints) face.prints = new Map();
   let ps = face.prints.get(text);
   if (ps) return ps;
   if (face.prints.size > 8192) face.prints.clear();
-  ps = { TH: Math.fround(face.height), runs: text ? this.GlyphRuns(font, text) : [] };
+  const runs = [];
+  let pen = 0;
+  if (text) {
+    this.setFont(face);
+    if (!face.chars) face.chars = new Map();
+    for (const ch of text) {
+      const a = this.advance(face, ch);
+      if (ch !== SOFT_HYPHEN) {
+        let g = face.chars.get(ch);
+        if (!g) {
+          g = this.rasteriseRun(face, ch);
+          face.chars.set(ch, g);
+          this.setFont(face);
+        }
+        if (g.width) runs.push([pen, g]);
+      }
+      pen += a;
+    }
+  }
+  ps = { TH: Math.fround(face.height), runs: runs, width: pen };
   face.prints.set(text, ps);
   return ps;
 };

@@ -3,7 +3,8 @@
 
 // The label's lines, split at the two-character token "\n".
 KP.SplitLabel = function (label) {
-  return String(label).split('\\n');
+  const s = String(label);
+  return s.indexOf('\\n') < 0 ? [s] : s.split('\\n');
 };
 
 // The old bitmap Courier is printed as its outline successor.
@@ -51,22 +52,80 @@ function printRuns(measure, font, shown) {
 KP.StampRuns = function (dst, runs, stamps) {
   if (dst.w <= 0 || stamps.length === 0) return;
   const w = dst.w, h = dst.h, px = dst.px;
+  // The line's points and its ink box are looked up once for all stamps.
+  const pts = [], dxs = [];
+  let x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+  for (let r = 0; r < runs.length; ++r) {
+    const g = runs[r][1];
+    if (!g || g.width <= 0 || g.height <= 0) continue;
+    const gx = runs[r][0] + g.originX;
+    if (!pts.length || gx < x0) x0 = gx;
+    if (!pts.length || g.originY < y0) y0 = g.originY;
+    if (!pts.length || gx + g.width > x1) x1 = gx + g.width;
+    if (!pts.length || g.originY + g.height > y1) y1 = g.originY + g.height;
+    pts.push(glyphPoints(g));
+    dxs.push(runs[r][0]);
+  }
+  if (!pts.length) return;
   // Each stamp is one colour, so its characters may go in any order;
   // stamps keep theirs, a later one covering an earlier one.
   for (let m = 0; m < stamps.length; m += 3) {
-    const sx = stamps[m], sy = stamps[m + 1], p = KP.toPixel(stamps[m + 2]);
-    for (let r = 0; r < runs.length; ++r) {
-      const g = runs[r][1];
-      if (!g || g.width <= 0 || g.height <= 0) continue;
-      const pts = glyphPoints(g);
-      const ox = sx + runs[r][0];
-      for (let k = 0; k < pts.length; k += 2) {
-        const x = ox + pts[k], y = sy + pts[k + 1];
+    const sx = stamps[m], sy = stamps[m + 1], p = KP.toPixel(stamps[m + 2]) | 0;
+    const inside = sx + x0 >= 0 && sy + y0 >= 0 && sx + x1 <= w && sy + y1 <= h;
+    for (let r = 0; r < pts.length; ++r) {
+      const q = pts[r], ox = sx + dxs[r];
+      if (inside) {
+        for (let k = 0; k < q.length; k += 2) px[(sy + q[k + 1]) * w + ox + q[k]] = p;
+        continue;
+      }
+      for (let k = 0; k < q.length; k += 2) {
+        const x = ox + q[k], y = sy + q[k + 1];
         if (x >= 0 && y >= 0 && x < w && y < h) px[y * w + x] = p;
       }
     }
   }
 };
+
+// The stamps that show: one that a later stamp at the same place covers
+// (the text border prints the rows beside the base line twice) leaves no
+// pixel of its own, so it is dropped; the rest keep their order.
+function lastStampsOnly(stamps) {
+  const n = stamps.length;
+  if (n > 3 * 64) return lastStampsByPlace(stamps);
+  let out = null;
+  for (let m = 0; m < n; m += 3) {
+    let covered = false;
+    for (let k = m + 3; k < n && !covered; k += 3) covered = stamps[k] === stamps[m] && stamps[k + 1] === stamps[m + 1];
+    if (covered) {
+      if (!out) out = stamps.slice(0, m);
+    } else if (out) {
+      out.push(stamps[m], stamps[m + 1], stamps[m + 2]);
+    }
+  }
+  return out || stamps;
+}
+
+// The same for a thick border, whose stamps are too many to compare pairwise.
+function lastStampsByPlace(stamps) {
+  const seen = new Set();
+  const keep = [];
+  for (let m = stamps.length - 3; m >= 0; m -= 3) {
+    const place = stamps[m] + ',' + stamps[m + 1];
+    if (seen.has(place)) continue;
+    seen.add(place);
+    keep.push(m);
+  }
+  const out = [];
+  for (let k = keep.length - 1; k >= 0; --k) out.push(stamps[keep[k]], stamps[keep[k] + 1], stamps[keep[k] + 2]);
+  return out;
+}
+
+// A line's width as stored (escapes and all): the print setup has it when
+// the line shows as stored.
+function lineWidth(measure, font, line) {
+  if (measure.PrintSetup && line.indexOf('&') < 0) return measure.PrintSetup(font, line).width;
+  return measure.TextWidth(font, line);
+}
 
 function labelFont(FontName, FontSize, Bold, Italic) {
   return { name: KP.PrintedFontName(FontName), size: FontSize, bold: Bold, italic: Italic };
@@ -124,7 +183,7 @@ function printTFrame(surface, ps, s, X, Y, Thick, Color, Light, Shade, LeftToRig
     error = e;
   }
   // What was printed before an error stays printed.
-  if (s) KP.StampRuns(surface, ps.runs, stamps);
+  if (s) KP.StampRuns(surface, ps.runs, lastStampsOnly(stamps));
   if (error) throw error;
 }
 
@@ -164,7 +223,7 @@ KP.DrawLabel = function (surface, measure, b, s, applet) {
         : KP.cint(f32(f32(H / 2) - f32(f32(TH1 * N) / 4)));
       for (let k = 1; k <= N; ++k) {
         const line = lines[k - 1];
-        const tw = f32(measure.TextWidth(font, line));
+        const tw = f32(lineWidth(measure, font, line));
         let x = KP.cint(f32(f32(W / 2) - f32(tw / 2)));
         if (k > 1) y = KP.cint(f32(height(line) + y));
         let drawY = y;

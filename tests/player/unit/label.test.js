@@ -221,3 +221,79 @@ test('a line printed character by character gives the pixels of its whole mask, 
   P.StampRuns(together, [[0, whole]], stamps.flatMap((s) => [s.x, s.y, s.colour]));
   assert.deepEqual(Array.from(bySteps.px), Array.from(together.px));
 });
+
+// A mask that overlaps itself when moved by one pixel: a plus sign of
+// three by three a character, the characters two pixels apart.
+class PlusMeasure {
+  TextWidth(font, text) { return 2 * text.length; }
+  TextHeight() { return 8; }
+  Glyphs(font, text) {
+    const w = 2 * text.length + 1, bits = new Uint8Array(w * 3);
+    for (let k = 0; k < text.length; ++k) {
+      bits[2 * k + 1] = 1;
+      bits[w + 2 * k] = bits[w + 2 * k + 1] = bits[w + 2 * k + 2] = 1;
+      bits[2 * w + 2 * k + 1] = 1;
+    }
+    return { width: w, height: 3, originX: 0, originY: -1, bits };
+  }
+}
+
+// Every print of a text border in its order, each painted in full: rows
+// from Y - Thick down to Y, then from Y + Thick up to Y - 1, each row from
+// the left; the shade steps per row, or along the row from 0 when it runs
+// left to right. Then the line itself.
+function textBorderByEveryPrint(surface, g, X, Y, T, colour, light, shade, leftToRight, fontColour) {
+  const { R, G, B } = KP.PartsOf(colour);
+  const paint = (x, top, c) => {
+    for (let yy = 0; yy < g.height; ++yy)
+      for (let xx = 0; xx < g.width; ++xx)
+        if (g.bits[yy * g.width + xx]) KP.pset(surface, x + g.originX + xx, top + g.originY + yy, c);
+  };
+  const rows = [];
+  for (let yy = Y - T; yy <= Y; ++yy) rows.push([yy, rows.length === 0]);
+  for (let yy = Y + T; yy >= Y - 1; --yy) rows.push([yy, yy === Y + T]);
+  let n = -1;
+  for (const [yy, first] of rows) {
+    if (first) n = -1;
+    const top = KP.PrintTop(yy, 8);
+    if (!leftToRight) {
+      const c = KP.ShadeColor(shade, T, R, G, B, n++, light);
+      for (let x = X - T; x <= X + T; ++x) paint(x, top, c);
+    } else {
+      let m = 0;
+      for (let x = X - T; x <= X + T; ++x) paint(x, top, KP.ShadeColor(shade, T, R, G, B, m++, light));
+    }
+  }
+  paint(X, KP.PrintTop(Y, 8), fontColour);
+}
+
+test('a text border leaves the pixels of every print in order, also where prints repeat a place and at the edges', () => {
+  let cases = 0;
+  for (const T of [1, 2, 3, 6]) {
+    for (const light of [false, true]) {
+      for (const leftToRight of [false, true]) {
+        for (const [X, Y] of [[20, 20], [1, 2], [55, 38]]) {
+          const b = button(1, 0, 0, 60, 40, kWhite);
+          b.Label[1] = 'AB';
+          b.PositionText[1] = true;
+          b.LabelPosX[1] = X;
+          b.LabelPosY[1] = Y;
+          b.TFrameThick[1] = T;
+          b.TFrameShade[1] = 17;
+          b.TFrameColor[1] = RGB(90, 120, 150);
+          b.TFrameLight[1] = light;
+          b.TFrameLeftToRight[1] = leftToRight;
+          const measure = new PlusMeasure();
+          const sc = new KP.Scene(applet(100, 60), [null, b], new Map(), measure);
+          sc.redrawAll();
+          const want = KP.newSurface(60, 40, kWhite);
+          textBorderByEveryPrint(want, measure.Glyphs(null, 'AB'), X, Y, T, b.TFrameColor[1], light, 17, leftToRight,
+            b.FontColor[1]);
+          assert.deepEqual(Array.from(sc.surface(1).px), Array.from(want.px), `thick ${T} light ${light} ltr ${leftToRight} at ${X},${Y}`);
+          ++cases;
+        }
+      }
+    }
+  }
+  assert.equal(cases, 48);
+});
