@@ -120,13 +120,6 @@ function lastStampsByPlace(stamps) {
   return out;
 }
 
-// A line's width as stored (escapes and all): the print setup has it when
-// the line shows as stored.
-function lineWidth(measure, font, line) {
-  if (measure.PrintSetup && line.indexOf('&') < 0) return measure.PrintSetup(font, line).width;
-  return measure.TextWidth(font, line);
-}
-
 function labelFont(FontName, FontSize, Bold, Italic) {
   return { name: KP.PrintedFontName(FontName), size: FontSize, bold: Bold, italic: Italic };
 }
@@ -187,6 +180,29 @@ function printTFrame(surface, ps, s, X, Y, Thick, Color, Light, Shade, LeftToRig
   if (error) throw error;
 }
 
+// The text border and then the line over it, from one print setup; `ps`
+// is the line's setup when the caller has it already.
+function printLine(surface, measure, b, s, font, line, x, y, ps) {
+  const thick = b.TFrameThick[s];
+  if (thick < 1 && !line) return;
+  if (!ps) ps = setupPrint(measure, line, font);
+  if (thick >= 1)
+    printTFrame(surface, ps, line, x, y, thick, b.TFrameColor[s], b.TFrameLight[s], b.TFrameShade[s],
+      b.TFrameLeftToRight[s]);
+  if (line) KP.StampRuns(surface, ps.runs, [x, KP.PrintTop(y, ps.TH), b.FontColor[s]]);
+}
+
+// The print setup of a stored line that shows as stored, from a measure
+// that keeps setups; null otherwise. Its height and width are the line's
+// TextHeight and TextWidth, so a label asks the measure once a line.
+function storedSetup(measure, font, line) {
+  return measure.PrintSetup && line.indexOf('&') < 0 ? measure.PrintSetup(font, line) : null;
+}
+
+function lineHeight(measure, font, line, ps) {
+  return ps ? ps.TH : Math.fround(measure.TextHeight(font, line));
+}
+
 // The label of button record b in state s on its surface. A centred
 // label's first line place is written back into the record, as the
 // designer's label positioner reads it from there. An overflow ends the
@@ -202,37 +218,26 @@ KP.DrawLabel = function (surface, measure, b, s, applet) {
     const lines = KP.SplitLabel(b.Label[s]);
     const N = lines.length;
     const W = f32(surface.w), H = f32(surface.h);
-    // The text border, then the line over it, from one print setup.
-    const print = function (line, x, y) {
-      const thick = b.TFrameThick[s];
-      if (thick < 1 && !line) return;
-      const ps = setupPrint(measure, line, font);
-      if (thick >= 1)
-        printTFrame(surface, ps, line, x, y, thick, b.TFrameColor[s], b.TFrameLight[s], b.TFrameShade[s],
-          b.TFrameLeftToRight[s]);
-      if (line) KP.StampRuns(surface, ps.runs, [x, KP.PrintTop(y, ps.TH), b.FontColor[s]]);
-    };
-    const height = function (line) {
-      return f32(measure.TextHeight(font, line));
-    };
     if (!b.PositionText[s]) {
       // Centred. The divisors 3 and 4 with the print's three quarters
       // place the text as the applet does.
-      const TH1 = height(lines[0]);
+      const first = storedSetup(measure, font, lines[0]);
+      const TH1 = lineHeight(measure, font, lines[0], first);
       let y = N === 1 ? KP.cint(f32(f32(H / 2) + f32(TH1 / 3)))
         : KP.cint(f32(f32(H / 2) - f32(f32(TH1 * N) / 4)));
       for (let k = 1; k <= N; ++k) {
         const line = lines[k - 1];
-        const tw = f32(lineWidth(measure, font, line));
+        const ps = k === 1 ? first : storedSetup(measure, font, line);
+        const tw = f32(ps ? ps.width : measure.TextWidth(font, line));
         let x = KP.cint(f32(f32(W / 2) - f32(tw / 2)));
-        if (k > 1) y = KP.cint(f32(height(line) + y));
+        if (k > 1) y = KP.cint(f32(lineHeight(measure, font, line, ps) + y));
         let drawY = y;
         if (s === 3) {
           // The pressed look moves the print; the stored y stays without.
           x = KP.add16(x, applet.iDescentX);
           drawY = KP.add16(y, applet.iDescentY);
         }
-        print(line, x, drawY);
+        printLine(surface, measure, b, s, font, line, x, drawY, ps);
         if (k === 1) KP.StoreLabelPos(b, s, x, y);
       }
     } else {
@@ -240,8 +245,9 @@ KP.DrawLabel = function (surface, measure, b, s, applet) {
       let y = b.LabelPosY[s];
       for (let k = 1; k <= N; ++k) {
         const line = lines[k - 1];
-        if (k > 1) y = KP.cint(f32(height(line) + y));
-        print(line, x, y);
+        const ps = storedSetup(measure, font, line);
+        if (k > 1) y = KP.cint(f32(lineHeight(measure, font, line, ps) + y));
+        printLine(surface, measure, b, s, font, line, x, y, ps);
       }
     }
   } catch (e) {
