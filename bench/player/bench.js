@@ -4,7 +4,8 @@
 //
 //   node bench/player/bench.js            (after scripts/build.sh)
 //
-// Prints one line a measurement, the median of several page loads.
+// Prints one line a measurement, the median of several page loads; for the
+// largest bar also how much of its load the page's thread ran (traced).
 const fs = require('node:fs');
 const path = require('node:path');
 const h = require('../../tests/player/browser/harness.js');
@@ -53,6 +54,26 @@ async function loadTime(url) {
   return t;
 }
 
+// The page's DOMContentLoaded work (the player reading the blocks and
+// drawing the bar) from a trace of one load: its wall time and the time the
+// page's main thread was running for it. On a machine of few cores the
+// difference is the time the thread waited for a core or for the browser.
+async function busyTime(url) {
+  const b = await h.browser();
+  const context = await b.newContext({ viewport: { width: 900, height: 700 } });
+  const page = await context.newPage();
+  await b.startTracing(page, { categories: ['devtools.timeline', 'blink'] });
+  await page.goto(url);
+  await page.waitForFunction(() => window.KestrelPanePlayer && window.KestrelPanePlayer.bars.every((x) => x.drawn));
+  const events = JSON.parse((await b.stopTracing()).toString()).traceEvents;
+  await context.close();
+  const mains = new Set(events.filter((e) => e.name === 'thread_name' && e.args.name === 'CrRendererMain')
+    .map((e) => e.pid + ':' + e.tid));
+  const work = events.filter((e) => mains.has(e.pid + ':' + e.tid) && e.name === 'Document::FinishedParsing')
+    .sort((x, y) => y.dur - x.dur)[0];
+  return work ? { wall: work.dur / 1000, cpu: work.tdur / 1000 } : null;
+}
+
 // Milliseconds a pointer move takes that changes a face, measured around
 // the synchronous event dispatch, alternating between two buttons.
 async function switchTime(url, a, b) {
@@ -80,7 +101,7 @@ async function switchTime(url, a, b) {
   return result;
 }
 
-async function measure(label, project, a, b) {
+async function measure(label, project, a, b, traced) {
   const pagePath = h.buildProject(project);
   const server = await h.serve(path.dirname(pagePath));
   const url = server.url + path.basename(pagePath);
@@ -93,6 +114,13 @@ async function measure(label, project, a, b) {
       ` (page parsed ${f(median(loads.map((t) => t.dcl)))}, player ${f(median(loads.map((t) => t.drawn - t.boot)))},` +
       ` loaded to drawn ${f(median(loads.map((t) => t.drawn - t.dcl)))})` +
       `   face switch median ${sw.median.toFixed(2)} ms, p95 ${sw.p95.toFixed(2)} ms`);
+    if (traced) {
+      const busy = [];
+      for (let k = 0; k < RUNS; k++) busy.push(await busyTime(url));
+      const ok = busy.filter((x) => x);
+      console.log(`${''.padEnd(22)} traced loads: the loaded page's work ${f(median(ok.map((x) => x.wall)))} ms,` +
+        ` of it the page's thread running ${f(median(ok.map((x) => x.cpu)))} ms`);
+    }
   } finally {
     await server.close();
   }
@@ -104,7 +132,8 @@ async function measure(label, project, a, b) {
   await measure('Demo.kpn (12 buttons)', path.join(demoDir, 'Demo.kpn'),
     { x: 125, y: 16, w: 100, h: 48 }, { x: 235, y: 16, w: 100, h: 48 });
   for (const n of [100, 500, 1001]) {
-    await measure(`${n} buttons`, bigProject(n), { x: 2, y: 2, w: 28, h: 18 }, { x: 32, y: 2, w: 28, h: 18 });
+    await measure(`${n} buttons`, bigProject(n), { x: 2, y: 2, w: 28, h: 18 }, { x: 32, y: 2, w: 28, h: 18 },
+      n === 1001);
   }
   await h.closeBrowser();
 })().catch(async (e) => {
