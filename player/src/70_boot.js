@@ -77,6 +77,25 @@ KP.mount = function (el) {
   return bar;
 };
 
+// While the page is still being read, a block already in it keeps the
+// place and size its bar will take and hides its alternative text: the
+// browser paints what it has read, and would show "Java is disabled" and
+// then move the page down when the bar came.
+function bootHold(el) {
+  barInstallStyle(el.ownerDocument);
+  el.classList.add('kestrelpane-bar');
+  el.style.width = Math.max(1, parseInt(el.getAttribute('width'), 10) || 0) + 'px';
+  el.style.height = Math.max(1, parseInt(el.getAttribute('height'), 10) || 0) + 'px';
+  el.style.overflow = 'hidden';
+  el.style.visibility = 'hidden';
+}
+
+// A block whose bar could not start shows its alternative text after all.
+function bootRelease(el) {
+  el.classList.remove('kestrelpane-bar');
+  for (const p of ['width', 'height', 'overflow', 'visibility']) el.style.removeProperty(p);
+}
+
 KP.boot = function (doc) {
   const start = () => {
     KP.timing.bootStarted = barNow();
@@ -85,10 +104,15 @@ KP.boot = function (doc) {
       try {
         KP.mount(el);
       } catch (e) {
+        bootRelease(el);
         if (global.console) console.warn('Kestrel Pane: a bar could not start:', e);
       }
     }
   };
-  if (doc.readyState === 'loading') doc.addEventListener('DOMContentLoaded', start);
-  else start();
+  if (doc.readyState === 'loading') {
+    for (const el of Array.from(doc.querySelectorAll('applet'))) if (bootIsOurs(el)) bootHold(el);
+    doc.addEventListener('DOMContentLoaded', start);
+  } else {
+    start();
+  }
 };

@@ -3,6 +3,7 @@
 // the canvas on a high-density screen.
 const test = require('node:test');
 const assert = require('node:assert/strict');
+const fs = require('node:fs');
 const S = require('./fixtures/session.js');
 const { h, rgb, FACE, BACK, plain } = S;
 
@@ -519,6 +520,51 @@ test('two bars on one page keep their own radio groups and keys', async () => {
     assert.equal(await page.evaluate(() => document.querySelectorAll('.kestrelpane-key').length), 4);
     assert.equal(await page.evaluate(() => document.querySelectorAll('#kestrelpane-bar-style').length), 1);
   } finally {
+    await s.close();
+  }
+});
+
+test('while the page is still being read, a block keeps its bar\'s place and hides its alternative text', async () => {
+  // A slow script after the player's holds the page's reading back, as a
+  // page's own scripts and a slow server do.
+  const built = S.build(APPLET, [plain({ x: 10, y: 10, sBName: 'A' })], {
+    extraFiles: { 'slow.js': 'window.slowRan = true;\n' },
+    pageEdit: (html) => html.replace(/(<script[^>]*KestrelPane\.js[^>]*><\/script>)/i,
+      '$1\r\n<p id="after">After the bar</p>\r\n<script src="slow.js"></script>'),
+  });
+  assert.match(fs.readFileSync(built.page, 'latin1'), /id="after"/);
+  let release;
+  const held = new Promise((r) => { release = r; });
+  const s = await S.open(built, {
+    wait: false,
+    beforeGoto: (page) => page.route('**/slow.js', async (route) => { await held; await route.continue(); }),
+  });
+  try {
+    const { page } = s;
+    await page.waitForFunction(() => !!document.getElementById('after'));
+    const before = await page.evaluate(() => {
+      const el = document.querySelector('applet');
+      const r = el.getBoundingClientRect();
+      const text = Array.from(el.querySelectorAll('b')).map((b) => b.textContent).join(' ');
+      return { state: document.readyState, visibility: getComputedStyle(el).visibility, w: r.width, h: r.height,
+        left: r.left, top: r.top, after: document.getElementById('after').getBoundingClientRect().top, text };
+    });
+    assert.equal(before.state, 'loading', 'the page is still being read');
+    assert.match(before.text, /Java/, 'the block still holds its alternative text');
+    assert.equal(before.visibility, 'hidden');
+    assert.deepEqual([before.w, before.h], [APPLET.AppletWidth, APPLET.AppletHeight]);
+    release();
+    await S.waitDrawn(page);
+    const after = await page.evaluate(() => {
+      const r = window.KestrelPanePlayer.bars[0].host.getBoundingClientRect();
+      return { left: r.left, top: r.top, after: document.getElementById('after').getBoundingClientRect().top,
+        applets: document.querySelectorAll('applet').length, slowRan: window.slowRan === true };
+    });
+    assert.deepEqual(after, { left: before.left, top: before.top, after: before.after, applets: 0, slowRan: true },
+      'the bar takes the place the block kept; nothing below moves');
+    assert.equal(await S.pixelAt(page, 12, 12), FACE.UP);
+  } finally {
+    release();
     await s.close();
   }
 });
