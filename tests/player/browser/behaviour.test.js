@@ -406,12 +406,7 @@ test('the loading text shows until the pictures are in', async () => {
   });
   const star = path.join(h.ROOT, 'data/Projects/demo_star.gif');
   const built = S.build(applet, [plain({ x: 10, y: 10, sBName: 'A', Image: 'demo_star.gif' })], { media: [star] });
-  let release;
-  const held = new Promise((r) => { release = r; });
-  const s = await S.open(built, {
-    wait: false,
-    beforeGoto: (page) => page.route('**/demo_star.gif', async (route) => { await held; await route.continue(); }),
-  });
+  const s = await S.openHolding(built, '**/demo_star.gif');
   try {
     const { page } = s;
     await page.waitForFunction(() => window.KestrelPanePlayer && window.KestrelPanePlayer.bars.length === 1);
@@ -430,11 +425,10 @@ test('the loading text shows until the pictures are in', async () => {
     assert.equal(loading.drawn, false);
     assert.ok(loading.blue > loading.all * 0.8, 'the loading background fills the bar');
     assert.ok(loading.red > 20, 'the loading text is printed in its colour');
-    release();
+    s.release();
     await S.waitDrawn(page);
     assert.equal(await S.pixelAt(page, 12, 12), FACE.UP);
   } finally {
-    release();
     await s.close();
   }
 });
@@ -533,12 +527,7 @@ test('while the page is still being read, a block keeps its bar\'s place and hid
       '$1\r\n<p id="after">After the bar</p>\r\n<script src="slow.js"></script>'),
   });
   assert.match(fs.readFileSync(built.page, 'latin1'), /id="after"/);
-  let release;
-  const held = new Promise((r) => { release = r; });
-  const s = await S.open(built, {
-    wait: false,
-    beforeGoto: (page) => page.route('**/slow.js', async (route) => { await held; await route.continue(); }),
-  });
+  const s = await S.openHolding(built, '**/slow.js');
   try {
     const { page } = s;
     await page.waitForFunction(() => !!document.getElementById('after'));
@@ -553,7 +542,7 @@ test('while the page is still being read, a block keeps its bar\'s place and hid
     assert.match(before.text, /Java/, 'the block still holds its alternative text');
     assert.equal(before.visibility, 'hidden');
     assert.deepEqual([before.w, before.h], [APPLET.AppletWidth, APPLET.AppletHeight]);
-    release();
+    s.release();
     await S.waitDrawn(page);
     const after = await page.evaluate(() => {
       const r = window.KestrelPanePlayer.bars[0].host.getBoundingClientRect();
@@ -564,7 +553,6 @@ test('while the page is still being read, a block keeps its bar\'s place and hid
       'the bar takes the place the block kept; nothing below moves');
     assert.equal(await S.pixelAt(page, 12, 12), FACE.UP);
   } finally {
-    release();
     await s.close();
   }
 });
