@@ -4,6 +4,7 @@
 #include "core/language.h"
 
 #include <QDialog>
+#include <QTest>
 
 namespace kp::apptest {
 
@@ -37,6 +38,13 @@ Answer TestPrompter::MsgBox(const std::string& text, Buttons buttons, const std:
     return a;
   }
   return (buttons == Buttons::YesNo || buttons == Buttons::YesNoCancel) ? Answer::Yes : Answer::OK;
+}
+
+void WatchedTest::init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
+
+void WatchedTest::cleanup() {
+  QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
+  watchdog_.reset();
 }
 
 std::string TestPrompter::SaveFileDialog(const FileDialog& d) {

@@ -45,6 +45,19 @@ class ModalWatchdog {
   QElapsedTimer since_;
 };
 
+// A window test class: every test function runs with a ModalWatchdog, and
+// fails when a window was left waiting for an answer nobody gave.
+class WatchedTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void init();
+  void cleanup();
+
+ private:
+  std::unique_ptr<ModalWatchdog> watchdog_;
+};
+
 class FakeAssociation : public FileAssociation {
  public:
   bool AssociationMissing(Env&) override {

@@ -150,19 +150,10 @@ QAccessibleActionInterface* Actions(QWidget* w) {
 
 }  // namespace
 
-class AccessibilityTest : public QObject {
+class AccessibilityTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void everyVisibleControlOfTheMainAndDesignWindowsHasAName() {
     App a;
     a.program->Main(a.demo());

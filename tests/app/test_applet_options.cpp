@@ -92,21 +92,13 @@ QColor ColourOf(Colour c) { return QColor(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) &
 
 }  // namespace
 
-class AppletOptionsTest : public QObject {
+class AppletOptionsTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static GlobalPanel* General(App& a) { return a.main()->general; }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- Size of the applet ---------------------------------------------------------------
 
   void fiveTypedInAppletWidthFollowedByEnterYieldsTen() {

@@ -57,19 +57,10 @@ void ClickRow(QListWidget* l, int row) {
 
 }  // namespace
 
-class BrowserSetupTest : public QObject {
+class BrowserSetupTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void theSetupWindowShowsTheStoredListWithItsTexts() {
     Browsers b;
     QString title, names, paths;

@@ -35,12 +35,10 @@ void Retype(QLineEdit* f, const QString& text) {
 
 }  // namespace
 
-class ButtonSpecialTest : public QObject {
+class ButtonSpecialTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static ButtonPanel* Panel(App& a) { return static_cast<ButtonPanel*>(a.main()->panel); }
 
   static void ClickRow(App& a, int row, Qt::KeyboardModifiers mods = Qt::NoModifier) {
@@ -66,12 +64,6 @@ class ButtonSpecialTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void specialOpensTheDialogNamedByTheButtonsToolTipShowingTheCurrentState() {
     App a;
     a.program->Main(a.demo());

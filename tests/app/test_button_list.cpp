@@ -23,12 +23,10 @@
 using namespace kp;
 using namespace kp::apptest;
 
-class ButtonListTest : public QObject {
+class ButtonListTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static ButtonPanel* Panel(App& a) { return static_cast<ButtonPanel*>(a.main()->panel); }
   static ButtonList& List(App& a) { return Panel(a)->List(); }
   static void Click(QPushButton* b) { QTest::mouseClick(b, Qt::LeftButton); }
@@ -57,12 +55,6 @@ class ButtonListTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void theFirstButtonOfAnEmptyAppletLiesAt10And10() {
     App a;
     a.program->Main("");

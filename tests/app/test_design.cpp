@@ -12,19 +12,10 @@
 using namespace kp;
 using namespace kp::apptest;
 
-class DesignTest : public QObject {
+class DesignTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- Selection and dragging ----------------------------------------------------------
 
   void pressOnAButtonSelectsItAloneWithBlueHandlesAround() {

@@ -15,19 +15,10 @@
 using namespace kp;
 using namespace kp::apptest;
 
-class DesignCommandsTest : public QObject {
+class DesignCommandsTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- Alignment and grid -------------------------------------------------------------------
 
   void alignXSnaps37To30AndAlignWGives40RoundingUpAnd30Down() {

@@ -82,7 +82,7 @@ int Differences(const QImage& shown, const QImage& full, frmDesign* d, QPoint* f
 
 }  // namespace
 
-class DesignResize : public QObject {
+class DesignResize : public WatchedTest {
   Q_OBJECT
 
   // The sample project with a gradient, the style of its background
@@ -115,12 +115,6 @@ class DesignResize : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void aWidthTypedWithEnterShowsTheFadeAtTheNewWidth_data() { Rows(); }
   void aWidthTypedWithEnterShowsTheFadeAtTheNewWidth() {
     App a;
@@ -189,9 +183,6 @@ class DesignResize : public QObject {
     QTest::keyClick(d, Qt::Key_F5);
     EXPECT_FULL_REPAINT(a);
   }
-
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
 };
 
 QTEST_MAIN(DesignResize)

@@ -81,19 +81,10 @@ struct DemoBench {
 
 }  // namespace
 
-class DesignZoomTest : public QObject {
+class DesignZoomTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- The view ----------------------------------------------------------------------------
 
   void zoomScalesTheWindowButNeverTheAppletOrTheProject() {

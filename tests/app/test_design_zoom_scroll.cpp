@@ -79,19 +79,10 @@ QString ScaledMismatch(const QImage& shown, const QImage& one, const QRect& view
 
 }  // namespace
 
-class DesignZoomScrollTest : public QObject {
+class DesignZoomScrollTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- The window and its bars -------------------------------------------------------------
 
   void everyStepIsOfferedAndALargeZoomScrollsWithinTheArea() {

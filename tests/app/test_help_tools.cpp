@@ -76,19 +76,10 @@ const std::string kTool = std::string(KP_BINARY_DIR) + "/bin/Tools/W2A/w2a";
 
 }  // namespace
 
-class HelpToolsTest : public QObject {
+class HelpToolsTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- Help ---
 
   void theHelpEntryAsksTheShellToOpenTheGuide() {

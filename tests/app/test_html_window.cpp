@@ -50,11 +50,10 @@ void PutClassFiles(const std::string& programFolder) {
 
 }  // namespace
 
-class HtmlWindowTest : public QObject {
+class HtmlWindowTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
 
   // Goes to `w` and back to the HTML window.
   static void VisitAndComeBack(HtmlApp& a, QWidget* w) {
@@ -63,12 +62,6 @@ class HtmlWindowTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void mainWindowBuildButtonShowsTheWindowWithItsCaptionAndCode() {
     HtmlApp a;
     QVERIFY(a.StartOnDemo());

@@ -25,12 +25,10 @@
 using namespace kp;
 using namespace kp::apptest;
 
-class MainWindowTest : public QObject {
+class MainWindowTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static void Drop(QWidget* target, const QStringList& paths) {
     QMimeData data;
     QList<QUrl> urls;
@@ -44,12 +42,6 @@ class MainWindowTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void yesOnTheSaveQuestionOfANeverSavedProjectOpensSaveAsAndCancelKeepsTheProgramOpen() {
     App a;
     a.program->Main("");

@@ -60,12 +60,10 @@ QImage Region(const QImage& img, const QRect& r) { return img.copy(r); }
 
 }  // namespace
 
-class PanelTest : public QObject {
+class PanelTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static ButtonPanel* Panel(App& a) { return static_cast<ButtonPanel*>(a.main()->panel); }
   static QImage Composed(App& a) { return a.main()->Design()->scene().Compose(); }
 
@@ -91,12 +89,6 @@ class PanelTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void theFreshProgramsPanelShowsTheDefaultButton() {
     App a;
     a.program->Main("");

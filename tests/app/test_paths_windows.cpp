@@ -58,19 +58,10 @@ frmSurHTML* OpenSurHTML(HtmlApp& a) {
 
 }  // namespace
 
-class PathsWindowsTest : public QObject {
+class PathsWindowsTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void pathsWindowShowsTheGeneratedNameAndFolders() {
     HtmlApp a;
     QVERIFY(a.StartOnDemo());

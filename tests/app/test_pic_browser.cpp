@@ -80,19 +80,10 @@ void ChooseDrive(frmPicBrowser* b, int index) {
 
 }  // namespace
 
-class PicBrowserTest : public QObject {
+class PicBrowserTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void aFolderWithoutPicturesShowsFourEmptyCellsAndOkYieldsNothing() {
     App a;
     QCOMPARE(a.program->Main(""), -1);

@@ -154,19 +154,10 @@ std::string ThreeApplets() {
 
 }  // namespace
 
-class PublishDialogsTest : public QObject {
+class PublishDialogsTest : public WatchedTest {
   Q_OBJECT
 
- private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- Building the applet folder ---
 
   void cancellingTheSaveDialogChangesNothing() {

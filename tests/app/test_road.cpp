@@ -125,12 +125,10 @@ struct DemoSession {
 
 }  // namespace
 
-class RoadTest : public QObject {
+class RoadTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static void ClickRow(Run& r, int row, Qt::KeyboardModifiers mods = Qt::NoModifier) {
     QListWidget* list = r.main()->lstButtons;
     QTest::mouseClick(list->viewport(), Qt::LeftButton, mods,
@@ -146,12 +144,6 @@ class RoadTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void twoButtonsLabelledForMouseOverAndDraggedTogetherSurviveSaveAndReopen() {
     test::TempDir work;
     const std::string projects = work.path() + "/Projects";

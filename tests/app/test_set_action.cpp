@@ -178,12 +178,10 @@ std::vector<Case> TenCommands() {
 
 }  // namespace
 
-class SetActionTest : public QObject {
+class SetActionTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static void StartDemo(App& a) {
     QCOMPARE(a.program->Main(a.demo()), -1);
     QVERIFY(a.p().ButtonCount >= 2);
@@ -195,12 +193,6 @@ class SetActionTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void theEventChosenInThePanelIsEditedUnderItsCaption() {
     App a;
     StartDemo(a);

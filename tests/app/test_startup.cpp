@@ -23,12 +23,10 @@
 using namespace kp;
 using namespace kp::apptest;
 
-class StartupTest : public QObject {
+class StartupTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
-
   static bool AnyBoxSaying(const App& a, const std::string& text) {
     for (const ShownBox& b : a.prompter.boxes)
       if (b.text == text) return true;
@@ -36,12 +34,6 @@ class StartupTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void resetSwitchAsksAndNoLeavesAllSettings() {
     App a;
     a.store.Set(kSecParams, "iGridX", "7");

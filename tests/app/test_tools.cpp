@@ -25,11 +25,10 @@
 using namespace kp;
 using namespace kp::apptest;
 
-class ToolsTest : public QObject {
+class ToolsTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
 
   struct Hex {
     test::TestEnv t;
@@ -54,12 +53,6 @@ class ToolsTest : public QObject {
   };
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   // --- Multi-line labels ---
 
   void labelWithTwoBreaksShowsAnEmptySecondLine() {

@@ -68,11 +68,10 @@ struct TwoButtons {
 
 }  // namespace
 
-class UndoTest : public QObject {
+class UndoTest : public WatchedTest {
   Q_OBJECT
 
  private:
-  std::unique_ptr<ModalWatchdog> watchdog_;
 
   // The change, then undo to the first look and redo to the second.
   static void RoundTrip(Bench& b, const std::function<void()>& change, const QString& undoText) {
@@ -92,12 +91,6 @@ class UndoTest : public QObject {
   }
 
  private slots:
-  void init() { watchdog_ = std::make_unique<ModalWatchdog>(); }
-  void cleanup() {
-    QVERIFY2(watchdog_->unexpected.empty(), "a window waited for an answer nobody gave");
-    watchdog_.reset();
-  }
-
   void nothingToUndoDisablesBothEntries() {
     TwoButtons t;
     QVERIFY(!t.b.m->mnuUndo->isEnabled());
