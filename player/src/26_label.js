@@ -90,31 +90,16 @@ KP.StampRuns = function (dst, runs, stamps) {
 // (the text border prints the rows beside the base line twice) leaves no
 // pixel of its own, so it is dropped; the rest keep their order.
 function lastStampsOnly(stamps) {
-  const n = stamps.length;
-  if (n > 3 * 64) return lastStampsByPlace(stamps);
-  let out = null;
-  for (let m = 0; m < n; m += 3) {
-    let covered = false;
-    for (let k = m + 3; k < n && !covered; k += 3) covered = stamps[k] === stamps[m] && stamps[k + 1] === stamps[m + 1];
-    if (covered) {
-      if (!out) out = stamps.slice(0, m);
-    } else if (out) {
-      out.push(stamps[m], stamps[m + 1], stamps[m + 2]);
-    }
-  }
-  return out || stamps;
-}
-
-// The same for a thick border, whose stamps are too many to compare pairwise.
-function lastStampsByPlace(stamps) {
   const seen = new Set();
   const keep = [];
   for (let m = stamps.length - 3; m >= 0; m -= 3) {
-    const place = stamps[m] + ',' + stamps[m + 1];
+    // x lies in the 16-bit range and y near it, so the key is exact.
+    const place = (stamps[m] + 65536) * 262144 + (stamps[m + 1] + 131072);
     if (seen.has(place)) continue;
     seen.add(place);
     keep.push(m);
   }
+  if (keep.length * 3 === stamps.length) return stamps;
   const out = [];
   for (let k = keep.length - 1; k >= 0; --k) out.push(stamps[keep[k]], stamps[keep[k] + 1], stamps[keep[k] + 2]);
   return out;
