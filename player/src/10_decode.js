@@ -6,8 +6,6 @@
 // long run of bars was shortened the same way. The applet record "p" is
 // never packed.
 
-const DEC_DIGITS = '0123456789abcdefghijklmnopqrstuvwxyz';
-
 // The fields of a packed value, in order, with every repeat spelled out.
 KP.unpack = function (value) {
   const out = [];
@@ -15,22 +13,23 @@ KP.unpack = function (value) {
   let i = 0;
   while (i < n) {
     if (value.charCodeAt(i) === 94 /* ^ */ && i + 1 < n) {
-      const c = value[i + 1];
+      const c = value.charCodeAt(i + 1);
       const prev = out.length ? out[out.length - 1] : '';
-      if (c === '|') {
+      if (c === 124 /* | */) {
         out.push(prev);
         i += 2;
         continue;
       }
-      const d = DEC_DIGITS.indexOf(c);
+      // A base-36 digit, lower case.
+      const d = c >= 48 && c <= 57 ? c - 48 : c >= 97 && c <= 122 ? c - 87 : -1;
       if (d >= 0) {
         for (let k = 0; k < d; k++) out.push(prev);
         i += 2;
         continue;
       }
     }
-    let j = value.indexOf('|', i);
-    if (j < 0) j = n;
+    let j = i;
+    while (j < n && value.charCodeAt(j) !== 124) ++j;
     out.push(value.slice(i, j));
     i = j + 1;
   }
@@ -152,18 +151,54 @@ KP.decodeApplet = function (value, width, height) {
 // Three fields, one a state, starting at field `first` (1-based), every
 // `step`. Called ninety times a button while the page waits, so no
 // closures: the fields are read straight from the array.
-function decTri(fields, first, step, conv) {
+//
+// Mostly the three are one field repeated. Such a triple is one frozen
+// array per value in `shared`, used by every button that has it: a
+// thousand buttons then keep a few hundred arrays instead of thirty
+// thousand, which the collector would copy while the bar is drawn. Whoever
+// changes a state's value replaces the array (see KP.setTri).
+function decTri(fields, first, step, conv, shared) {
   const a = fields[first - 1], b = fields[first - 1 + step], c = fields[first - 1 + 2 * step];
+  if (shared && a === b && a === c) {
+    const key = a === undefined ? '' : a;
+    let t = shared.get(key);
+    if (t === undefined) {
+      const v = conv(key);
+      t = Object.freeze([undefined, v, v, v]);
+      shared.set(key, t);
+    }
+    return t;
+  }
   return [undefined, conv(a === undefined ? '' : a), conv(b === undefined ? '' : b),
     conv(c === undefined ? '' : c)];
 }
+
+// The triples shared by value, one table per way of reading a field. They
+// last as long as the page: a page's bars name few values.
+const DEC_COLOURS = new Map(), DEC_INTS = new Map(), DEC_ONS = new Map(), DEC_FONTS_SHARED = new Map(),
+  DEC_TEXTS = new Map();
+
+// State s of button b's triple `key` set to v, without touching a triple
+// other buttons share.
+KP.setTri = function (b, key, s, v) {
+  const t = b[key];
+  if (t[s] === v) return;
+  const own = Object.isFrozen(t) ? t.slice() : t;
+  own[s] = v;
+  b[key] = own;
+};
 
 function decOn(s) {
   return decInt(s) !== 0;
 }
 
+// The eight triples of flags, shared as the triples above; nothing changes
+// them.
+const DEC_BITS = [];
+for (let k = 0; k < 8; k++) DEC_BITS.push(Object.freeze([undefined, (k & 1) !== 0, (k & 2) !== 0, (k & 4) !== 0]));
+
 function decBits(flags, a, b, c) {
-  return [undefined, (flags & a) !== 0, (flags & b) !== 0, (flags & c) !== 0];
+  return DEC_BITS[((flags & a) !== 0 ? 1 : 0) | ((flags & b) !== 0 ? 2 : 0) | ((flags & c) !== 0 ? 4 : 0)];
 }
 
 KP.decodeButton = function (value, index) {
@@ -187,34 +222,34 @@ KP.decodeButton = function (value, index) {
     TFrameLeftToRight: decBits(flags, 512, 1024, 2048),
     SoundStop: decBits(flags, 4096, 8192, 16384),
     SoundLoop: decBits(flags, 32768, 65536, 131072),
-    FontColor: decTri(fields, 6, 1, decColour),
-    BorderColor: decTri(fields, 9, 2, decColour),
-    BackColor: decTri(fields, 10, 2, decColour),
-    TFrameColor: decTri(fields, 15, 1, decColour),
-    FadeColor: decTri(fields, 18, 1, decColour),
-    FrameColor: decTri(fields, 21, 1, decColour),
-    PositionText: decTri(fields, 24, 1, decOn),
+    FontColor: decTri(fields, 6, 1, decColour, DEC_COLOURS),
+    BorderColor: decTri(fields, 9, 2, decColour, DEC_COLOURS),
+    BackColor: decTri(fields, 10, 2, decColour, DEC_COLOURS),
+    TFrameColor: decTri(fields, 15, 1, decColour, DEC_COLOURS),
+    FadeColor: decTri(fields, 18, 1, decColour, DEC_COLOURS),
+    FrameColor: decTri(fields, 21, 1, decColour, DEC_COLOURS),
+    PositionText: decTri(fields, 24, 1, decOn, DEC_ONS),
     LabelPosX: decTri(fields, 27, 2, decInt),
     LabelPosY: decTri(fields, 28, 2, decInt),
-    Font: decTri(fields, 33, 1, decFont),
-    TFrameShade: decTri(fields, 36, 1, decInt),
-    FontStyle: decTri(fields, 39, 1, decInt),
-    FadeStyle: decTri(fields, 42, 1, decInt),
-    TFrameThick: decTri(fields, 45, 1, decInt),
-    FrameThick: decTri(fields, 48, 1, decInt),
-    ImgX: decTri(fields, 51, 2, decInt),
-    ImgY: decTri(fields, 52, 2, decInt),
-    ImgStyle: decTri(fields, 57, 1, decInt),
-    BorderStyle: decTri(fields, 60, 1, decInt),
-    BorderWidth: decTri(fields, 63, 1, decInt),
-    BorderShade: decTri(fields, 66, 1, decInt),
-    FontSize: decTri(fields, 69, 1, decInt),
-    Label: decTri(fields, 72, 1, text),
+    Font: decTri(fields, 33, 1, decFont, DEC_FONTS_SHARED),
+    TFrameShade: decTri(fields, 36, 1, decInt, DEC_INTS),
+    FontStyle: decTri(fields, 39, 1, decInt, DEC_INTS),
+    FadeStyle: decTri(fields, 42, 1, decInt, DEC_INTS),
+    TFrameThick: decTri(fields, 45, 1, decInt, DEC_INTS),
+    FrameThick: decTri(fields, 48, 1, decInt, DEC_INTS),
+    ImgX: decTri(fields, 51, 2, decInt, DEC_INTS),
+    ImgY: decTri(fields, 52, 2, decInt, DEC_INTS),
+    ImgStyle: decTri(fields, 57, 1, decInt, DEC_INTS),
+    BorderStyle: decTri(fields, 60, 1, decInt, DEC_INTS),
+    BorderWidth: decTri(fields, 63, 1, decInt, DEC_INTS),
+    BorderShade: decTri(fields, 66, 1, decInt, DEC_INTS),
+    FontSize: decTri(fields, 69, 1, decInt, DEC_INTS),
+    Label: decTri(fields, 72, 1, text, DEC_TEXTS),
     URL: text(f(75)),
     Status: text(f(76)),
     Target: text(f(77)),
-    Image: decTri(fields, 78, 1, text),
-    Snd: decTri(fields, 81, 1, text),
+    Image: decTri(fields, 78, 1, text, DEC_TEXTS),
+    Snd: decTri(fields, 81, 1, text, DEC_TEXTS),
     ProgramUP: f(84),
     ProgramLEAVE: f(85),
     ProgramOVER: f(86),

@@ -414,19 +414,33 @@ KP.CanvasMeasure.prototype.rasteriseRun = function (face, text) {
     ctx.fillText(g.ch, 0, base * S);
   }
   ctx.setTransform(1, 0, 0, 1, 0, 0);
-  // A large pixel is covered when its green is above one half (white on
-  // black), read as bit 15 of its little-endian word.
   const data = ctx.getImageData(0, 0, W, H).data;
   const px = new Uint32Array(data.buffer, data.byteOffset, W * H);
-  const half = S >> 1;
   const on = new Uint8Array(gw * gh);
+  sampleCovered(px, W, gw, gh, on);
+  dropoutRows(px, W, gw, gh, dx, gx0, on);
+  dropoutColumns(px, W, H, gw, gh, dy, gy0, on);
+  return inkOf(on, gw, gh, gx0 - pad, gy0 - pad);
+};
+
+// The pixel loops of rasteriseRun stand by themselves: the browser compiles
+// a hot loop with the function around it, and these are small.
+
+// A large pixel is covered when its green is above one half (white on
+// black), read as bit 15 of its little-endian word.
+function sampleCovered(px, W, gw, gh, on) {
+  const S = SAMPLES, half = S >> 1;
   for (let y = 0; y < gh; ++y) {
     const r = (y * S + half) * W + half;
     for (let x = 0; x < gw; ++x) if (px[r + x * S] & 0x8000) on[y * gw + x] = 1;
   }
-  // Dropout control: a stroke narrower than a pixel that passes between
-  // two sample points along a row or a column still prints the pixel
-  // holding its middle, as the designer's rasteriser keeps thin stems.
+}
+
+// Dropout control: a stroke narrower than a pixel that passes between two
+// sample points along a row or a column still prints the pixel holding its
+// middle, as the designer's rasteriser keeps thin stems.
+function dropoutRows(px, W, gw, gh, dx, gx0, on) {
+  const S = SAMPLES, half = S >> 1;
   for (let y = 0; y < gh; ++y) {
     const r = (y * S + half) * W;
     for (let k = 0; k < W;) {
@@ -440,6 +454,10 @@ KP.CanvasMeasure.prototype.rasteriseRun = function (face, text) {
       }
     }
   }
+}
+
+function dropoutColumns(px, W, H, gw, gh, dy, gy0, on) {
+  const S = SAMPLES, half = S >> 1;
   for (let x = 0; x < gw; ++x) {
     const c = x * S + half;
     for (let k = 0; k < H;) {
@@ -453,6 +471,10 @@ KP.CanvasMeasure.prototype.rasteriseRun = function (face, text) {
       }
     }
   }
+}
+
+// The glyph mask cut to its ink, its origin moved by (ox, oy).
+function inkOf(on, gw, gh, ox, oy) {
   let x0 = gw, y0 = gh, x1 = -1, y1 = -1;
   for (let y = 0; y < gh; ++y) {
     for (let x = 0; x < gw; ++x) {
@@ -469,5 +491,5 @@ KP.CanvasMeasure.prototype.rasteriseRun = function (face, text) {
   const bits = new Uint8Array(bw * bh);
   for (let y = y0; y <= y1; ++y)
     for (let x = x0; x <= x1; ++x) bits[(y - y0) * bw + (x - x0)] = on[y * gw + x];
-  return { width: bw, height: bh, originX: x0 + gx0 - pad, originY: y0 + gy0 - pad, bits: bits };
-};
+  return { width: bw, height: bh, originX: x0 + ox, originY: y0 + oy, bits: bits };
+}

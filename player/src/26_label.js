@@ -73,18 +73,24 @@ KP.StampRuns = function (dst, runs, stamps) {
     const sx = stamps[m], sy = stamps[m + 1], p = KP.toPixel(stamps[m + 2]) | 0;
     const inside = sx + x0 >= 0 && sy + y0 >= 0 && sx + x1 <= w && sy + y1 <= h;
     for (let r = 0; r < pts.length; ++r) {
-      const q = pts[r], ox = sx + dxs[r];
-      if (inside) {
-        for (let k = 0; k < q.length; k += 2) px[(sy + q[k + 1]) * w + ox + q[k]] = p;
-        continue;
-      }
-      for (let k = 0; k < q.length; k += 2) {
-        const x = ox + q[k], y = sy + q[k + 1];
-        if (x >= 0 && y >= 0 && x < w && y < h) px[y * w + x] = p;
-      }
+      if (inside) stampInside(px, w, pts[r], sx + dxs[r], sy, p);
+      else stampClipped(px, w, h, pts[r], sx + dxs[r], sy, p);
     }
   }
 };
+
+// The loops of a stamp stand by themselves: the browser compiles a hot
+// loop with the function around it, and small ones compile fast.
+function stampInside(px, w, q, ox, sy, p) {
+  for (let k = 0; k < q.length; k += 2) px[(sy + q[k + 1]) * w + ox + q[k]] = p;
+}
+
+function stampClipped(px, w, h, q, ox, sy, p) {
+  for (let k = 0; k < q.length; k += 2) {
+    const x = ox + q[k], y = sy + q[k + 1];
+    if (x >= 0 && y >= 0 && x < w && y < h) px[y * w + x] = p;
+  }
+}
 
 // The stamps that show: one that a later stamp at the same place covers
 // (the text border prints the rows beside the base line twice) leaves no

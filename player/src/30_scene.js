@@ -39,8 +39,12 @@ KP.Scene.prototype.surface = function (i) {
 
 // Surfaces for every button at its present size, cut from one buffer: a
 // bar of a thousand buttons then allocates once, not a thousand times. A
-// surface that changes size later gets a buffer of its own.
-KP.Scene.prototype.reserve = function () {
+// surface that changes size later gets a buffer of its own. With `head`,
+// the buffer starts with that many pixels more, returned as their own
+// view: the bar composes into them, and a copy within one buffer needs no
+// view per row (see copyOpaque). Null when there is nothing to reserve.
+KP.Scene.prototype.reserve = function (head) {
+  head = head > 0 ? head | 0 : 0;
   let total = 0;
   const sizes = [];
   for (let i = 1; i < this.buttons.length; ++i) {
@@ -49,15 +53,16 @@ KP.Scene.prototype.reserve = function () {
     sizes[i] = w && h ? [w, h] : [0, 0];
     total += sizes[i][0] * sizes[i][1];
   }
-  if (total <= 0 || total > (1 << 26)) return;
-  const pool = new Uint32Array(total).fill(PX_OPAQUE | 0);
-  let at = 0;
+  if (total <= 0 || head + total > (1 << 26)) return null;
+  const pool = new Uint32Array(head + total).fill(PX_OPAQUE | 0);
+  let at = head;
   for (let i = 1; i < this.buttons.length; ++i) {
     if (this.surfaces[i]) continue;
     const [w, h] = sizes[i];
     this.surfaces[i] = { w: w, h: h, px: pool.subarray(at, at + w * h), backColor: 0xFFFFFF, Left: 0, Top: 0 };
     at += w * h;
   }
+  return pool.subarray(0, head);
 };
 
 KP.Scene.prototype.buttonCount = function () {

@@ -153,9 +153,7 @@ const BarCore = class {
     host.appendChild(canvas);
     this._resizeBacking();
 
-    // The composed pixels, seen by the canvas as RGBA bytes.
-    this._px = new Uint32Array(this.W * this.H);
-    this._image = new ImageData(new Uint8ClampedArray(this._px.buffer), this.W, this.H);
+    this._setComposed(new Uint32Array(this.W * this.H));
 
     // The keyboard elements come after the first drawing: the bar shows
     // sooner, and nothing can be focused before it shows anyway.
@@ -168,6 +166,12 @@ const BarCore = class {
   }
 
   // --- Drawing -----------------------------------------------------------------
+
+  // The composed pixels, seen by the canvas as RGBA bytes.
+  _setComposed(px) {
+    this._px = px;
+    this._image = new ImageData(new Uint8ClampedArray(px.buffer, px.byteOffset, px.length * 4), this.W, this.H);
+  }
 
   // When the bar was first drawn, in the page's milliseconds.
   get drawnAt() {
@@ -233,7 +237,8 @@ const BarCore = class {
     }
     const scene = new KP.Scene(a, this.buttons, pictures, measure);
     scene.drawFrames = true;
-    scene.reserve();
+    const head = scene.reserve(this.W * this.H);
+    if (head) this._setComposed(head);
     const down = a.DOWNBtn | 0;
     for (let i = 1; i <= this.count; i++) scene.state[i] = i === down ? BAR_DOWN : BAR_UP;
     if (down >= 1 && down <= this.count && this.buttons[down].Radio) this._checked = down;

@@ -109,7 +109,7 @@ KP.Bar = class extends BarMotion {
 
   setLabel(i, state, text) {
     if (!this._valid(i)) return;
-    this.buttons[i].Label[state] = String(text);
+    KP.setTri(this.buttons[i], 'Label', state, String(text));
     if (state === BAR_UP && this._keys[i]) {
       this._keys[i].setAttribute('aria-label', this._accessibleName(this.buttons[i]));
     }
@@ -118,13 +118,13 @@ KP.Bar = class extends BarMotion {
 
   setFaceColor(i, state, colour) {
     if (!this._valid(i)) return;
-    this.buttons[i].BackColor[state] = colour;
+    KP.setTri(this.buttons[i], 'BackColor', state, colour);
     this._restyle(i, state);
   }
 
   setBorderColor(i, state, colour) {
     if (!this._valid(i)) return;
-    this.buttons[i].BorderColor[state] = colour;
+    KP.setTri(this.buttons[i], 'BorderColor', state, colour);
     this._restyle(i, state);
   }
 

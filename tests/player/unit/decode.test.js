@@ -50,6 +50,13 @@ test('unpack: a repeat after a run of repeats and a run of bars', () => {
   assert.deepEqual(KP.unpack('10|^||^2'), ['10', '10', '', '', '']);
 });
 
+test('unpack: a mark before a capital letter, a sign or the end is field text, not a repeat', () => {
+  assert.deepEqual(KP.unpack('a|^A|b|'), ['a', '^A', 'b']);
+  assert.deepEqual(KP.unpack('a|^-|'), ['a', '^-']);
+  assert.deepEqual(KP.unpack('a|^'), ['a', '^']);
+  assert.deepEqual(KP.unpack('a|^z'), new Array(36).fill('a'));
+});
+
 test('unpack inverts packing for random field lists', () => {
   let seed = 12345;
   const rnd = (n) => {
@@ -132,6 +139,42 @@ test('decodeButton reads each flag bit by itself', () => {
     assert.equal(s ? b[key][s] : b[key], true, key);
     assert.equal(b.Hidden === true, bitValue === 32);
   }
+});
+
+test('buttons share a triple of three equal fields, and setting one state copies it for that button only', () => {
+  const fields = new Array(91).fill('0');
+  for (let k = 9; k <= 14; k++) fields[k] = '808080';
+  const a = KP.decodeButton(fields.join('|') + '|', 1);
+  const b = KP.decodeButton(fields.join('|') + '|', 2);
+  // BackColor reads fields 10, 12 and 14.
+  assert.equal(a.BackColor, b.BackColor);
+  assert.ok(Object.isFrozen(a.BackColor));
+  assert.deepEqual(a.BackColor.slice(1), [0x808080, 0x808080, 0x808080]);
+  assert.equal(a.noBackGround, b.noBackGround);
+
+  KP.setTri(a, 'BackColor', 2, 0x0000ff);
+  assert.deepEqual(a.BackColor.slice(1), [0x808080, 0x0000ff, 0x808080]);
+  assert.deepEqual(b.BackColor.slice(1), [0x808080, 0x808080, 0x808080]);
+  // Once a button's own, the triple is written in place.
+  const own = a.BackColor;
+  KP.setTri(a, 'BackColor', 3, 0x00ff00);
+  assert.equal(a.BackColor, own);
+  assert.equal(a.BackColor[3], 0x00ff00);
+
+  // Label places are written on every drawing of a centred label: never shared.
+  assert.notEqual(a.LabelPosX, b.LabelPosX);
+  assert.ok(!Object.isFrozen(a.LabelPosX));
+});
+
+test('three different fields make a triple of the button\'s own', () => {
+  const fields = new Array(91).fill('0');
+  fields[5] = 'FF';
+  fields[6] = 'FF00';
+  fields[7] = 'FF0000';
+  const a = KP.decodeButton(fields.join('|') + '|', 1);
+  const b = KP.decodeButton(fields.join('|') + '|', 2);
+  assert.notEqual(a.FontColor, b.FontColor);
+  assert.deepEqual(a.FontColor.slice(1), [0xff0000, 0x00ff00, 0x0000ff]);
 });
 
 test('parseColour turns the red-first text into the model colour', () => {

@@ -23,6 +23,22 @@ test('bitBlt clips a source rectangle reaching outside both surfaces', () => {
   rectIs(dst, 0, 0, 4, 2, kWhite);
 });
 
+test('rows copied between surfaces of one buffer land as rows copied between two buffers', () => {
+  const buffer = new Uint32Array(6 * 4 + 3 * 3).fill(0xFF000000 | 0);
+  const shared = { w: 6, h: 4, px: buffer.subarray(0, 24) };
+  const src = { w: 3, h: 3, px: buffer.subarray(24) };
+  for (let k = 0; k < 9; k++) src.px[k] = (0xFF000000 | (k + 1) * 0x10101) >>> 0;
+  const alone = { w: 6, h: 4, px: new Uint32Array(24).fill(0xFF000000 | 0) };
+  const srcAlone = { w: 3, h: 3, px: Uint32Array.from(src.px) };
+  KP.copyOpaque(shared, 2, 1, 2, 3, src, 1, 0);
+  KP.copyOpaque(alone, 2, 1, 2, 3, srcAlone, 1, 0);
+  assert.deepEqual(Array.from(shared.px), Array.from(alone.px));
+  assert.equal(KP.point(shared, 2, 1), 0x020202);
+  assert.equal(KP.point(shared, 3, 3), 0x090909);
+  // The source, behind the destination in the buffer, is untouched.
+  assert.deepEqual(Array.from(src.px), Array.from(srcAlone.px));
+});
+
 test('bitBlt within one surface reads the pixels from before the copy', () => {
   const s = KP.newSurface(4, 1, 0);
   [1, 2, 3, 4].forEach((v, k) => KP.pset(s, k, 0, v * 16));

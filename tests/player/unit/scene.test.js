@@ -345,6 +345,22 @@ test('a page frames a button with rings of the frame colour over its border; the
   pixelIs(page.surface(1), 19, 11, kGreen);
 });
 
+test('reserving with a head gives it its own pixels at the start of the buttons\' buffer', () => {
+  const a = button(1, 2, 2, 20, 10, kRed);
+  const b = button(2, 30, 2, 15, 12, kBlue);
+  const s = scene(applet(60, 20), [a, b]);
+  const head = s.reserve(60 * 20);
+  assert.equal(head.length, 60 * 20);
+  assert.equal(head.byteOffset, 0);
+  assert.equal(head.buffer, s.surface(1).px.buffer);
+  assert.equal(s.surface(1).px.byteOffset, 60 * 20 * 4);
+  assert.equal(s.surface(2).px.byteOffset, (60 * 20 + 20 * 10) * 4);
+  s.redrawAll();
+  head.fill(7);
+  pixelIs(s.surface(1), 0, 0, kRed);
+  pixelIs(s.surface(2), 14, 11, kBlue);
+});
+
 test('surfaces reserved from one buffer draw as separate ones and part when a button grows', () => {
   const make = () => {
     const a = button(1, 2, 2, 20, 10, kRed);
