@@ -6,35 +6,53 @@
 // long run of bars was shortened the same way. The applet record "p" is
 // never packed.
 
-// The fields of a packed value, in order, with every repeat spelled out.
-KP.unpack = function (value) {
-  const out = [];
+// The fields of a packed value, in order, with every repeat spelled out,
+// written into `out` from its start; returns how many there are.
+function unpackInto(value, out) {
   const n = value.length;
-  let i = 0;
+  let i = 0, m = 0;
   while (i < n) {
     if (value.charCodeAt(i) === 94 /* ^ */ && i + 1 < n) {
       const c = value.charCodeAt(i + 1);
-      const prev = out.length ? out[out.length - 1] : '';
+      const prev = m ? out[m - 1] : '';
       if (c === 124 /* | */) {
-        out.push(prev);
+        out[m++] = prev;
         i += 2;
         continue;
       }
       // A base-36 digit, lower case.
       const d = c >= 48 && c <= 57 ? c - 48 : c >= 97 && c <= 122 ? c - 87 : -1;
       if (d >= 0) {
-        for (let k = 0; k < d; k++) out.push(prev);
+        for (let k = 0; k < d; k++) out[m++] = prev;
         i += 2;
         continue;
       }
     }
     let j = i;
     while (j < n && value.charCodeAt(j) !== 124) ++j;
-    out.push(value.slice(i, j));
+    out[m++] = value.slice(i, j);
     i = j + 1;
   }
+  return m;
+}
+
+KP.unpack = function (value) {
+  const out = [];
+  unpackInto(value, out);
   return out;
 };
+
+// The fields of the button being read. One list serves every button: a
+// thousand buttons would otherwise make a thousand lists to collect.
+const DEC_FIELDS = [];
+let decFieldsUsed = 0;
+
+function decFieldsOf(value) {
+  const n = unpackInto(value, DEC_FIELDS);
+  if (n < decFieldsUsed) DEC_FIELDS.fill(undefined, n, decFieldsUsed);
+  decFieldsUsed = n;
+  return DEC_FIELDS;
+}
 
 // A text field: the three substitutions that keep quotes, bars and repeat
 // marks out of the value.
@@ -202,7 +220,7 @@ function decBits(flags, a, b, c) {
 }
 
 KP.decodeButton = function (value, index) {
-  const fields = KP.unpack(String(value || ''));
+  const fields = decFieldsOf(String(value || ''));
   const f = (k) => (fields[k - 1] === undefined ? '' : fields[k - 1]);
   const flags = decInt(f(5));
   const text = KP.unescapeText;

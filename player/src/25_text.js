@@ -195,6 +195,17 @@ KP.CanvasMeasure.prototype.setFont = function (face) {
   ctx.textAlign = 'left';
 };
 
+// The character of `text` at i, a surrogate pair as one, as for...of reads
+// them; the loops of every label use this, without an iterator's objects.
+function charAt(text, i) {
+  const c = text.charCodeAt(i);
+  if (c >= 0xD800 && c <= 0xDBFF && i + 1 < text.length) {
+    const d = text.charCodeAt(i + 1);
+    if (d >= 0xDC00 && d <= 0xDFFF) return text.slice(i, i + 2);
+  }
+  return text[i];
+}
+
 KP.CanvasMeasure.prototype.TextWidth = function (font, text) {
   if (!text) return 0;
   const face = this.face(font);
@@ -203,7 +214,11 @@ KP.CanvasMeasure.prototype.TextWidth = function (font, text) {
   if (face.widths.size > 8192) face.widths.clear();
   this.setFont(face);
   w = 0;
-  for (const ch of text) w += this.advance(face, ch);
+  for (let i = 0; i < text.length;) {
+    const ch = charAt(text, i);
+    i += ch.length;
+    w += this.advance(face, ch);
+  }
   face.widths.set(text, w);
   return w;
 };
@@ -261,7 +276,9 @@ KP.CanvasMeasure.prototype.PrintSetup = function (font, text) {
   if (text) {
     this.setFont(face);
     if (!face.chars) face.chars = new Map();
-    for (const ch of text) {
+    for (let i = 0; i < text.length;) {
+      const ch = charAt(text, i);
+      i += ch.length;
       const a = this.advance(face, ch);
       if (ch !== SOFT_HYPHEN) {
         let g = face.chars.get(ch);

@@ -25,7 +25,9 @@ function bootBase(pageUrl, codebase, folder) {
 // The parameter values of an applet element, by name.
 function bootParams(el) {
   const params = Object.create(null);
-  for (const p of el.querySelectorAll('param')) {
+  const list = el.querySelectorAll('param');
+  for (let k = 0; k < list.length; k++) {
+    const p = list[k];
     const name = p.getAttribute('name');
     if (name !== null && !(name in params)) params[name] = p.getAttribute('value') || '';
   }
