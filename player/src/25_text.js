@@ -129,6 +129,7 @@ KP.CanvasMeasure = function (doc) {
   this.canvas.height = 64;
   this.ctx = this.canvas.getContext('2d', { willReadFrequently: true });
   this.faces = new Map();
+  this.ems = new Map();
 };
 
 KP.CanvasMeasure.prototype.face = function (font) {
@@ -150,7 +151,39 @@ KP.CanvasMeasure.prototype.face = function (font) {
   const px = Math.max(1, font.size | 0);
   const ctx = this.ctx;
   const css = cssFontOf(font);
-  const big = css.replace(/\d+px/, METRIC_EM + 'px');
+  const entry = tableFaceOf(KP.ResolveFontFamily(font.name), font);
+  const em = this.emMetrics(css.replace(/\d+px/, METRIC_EM + 'px'), font.name, entry);
+  const asc64 = Math.round(em.ascUnits * px * 64 / METRIC_EM);
+  const desc64 = Math.round(em.descUnits * px * 64 / METRIC_EM);
+  face = {
+    css: css,
+    large: css.replace(/\d+px/, px * SAMPLES + 'px'),
+    px: px,
+    italic: !!font.italic,
+    height: (asc64 + desc64) / 64,
+    ascent: Math.floor((asc64 + 32) / 64),
+    descent: Math.floor((desc64 + 32) / 64),
+    table: em.sameAdvances ? tableAdvances(entry, px) : null,
+    advances: new Map(),
+    outlines: new Map(),
+    widths: new Map(),
+    glyphs: new Map(),
+  };
+  this.faces.set(key, face);
+  this.lastFace = { name: font.name, size: font.size, bold: !!font.bold, italic: !!font.italic, face: face };
+  return face;
+};
+
+// What a font gives at METRIC_EM pixels, the same for every size of it:
+// its ascent and descent in units of that size, and whether it has the
+// advances of the designer's table `entry`. Measured once a font: a bar
+// that shows one font in four sizes would measure a hundred characters
+// four times.
+KP.CanvasMeasure.prototype.emMetrics = function (big, name, entry) {
+  const key = big + '\x1f' + name;
+  let em = this.ems.get(key);
+  if (em) return em;
+  const ctx = this.ctx;
   this.fontOn = null;
   ctx.font = big;
   if ('fontKerning' in ctx) ctx.fontKerning = 'none';
@@ -161,26 +194,9 @@ KP.CanvasMeasure.prototype.face = function (font) {
     ascUnits = 1854;
     descUnits = 434;
   }
-  const asc64 = Math.round(ascUnits * px * 64 / METRIC_EM);
-  const desc64 = Math.round(descUnits * px * 64 / METRIC_EM);
-  const entry = tableFaceOf(KP.ResolveFontFamily(font.name), font);
-  face = {
-    css: css,
-    large: css.replace(/\d+px/, px * SAMPLES + 'px'),
-    px: px,
-    italic: !!font.italic,
-    height: (asc64 + desc64) / 64,
-    ascent: Math.floor((asc64 + 32) / 64),
-    descent: Math.floor((desc64 + 32) / 64),
-    table: entry && sameAdvances(ctx, entry) ? tableAdvances(entry, px) : null,
-    advances: new Map(),
-    outlines: new Map(),
-    widths: new Map(),
-    glyphs: new Map(),
-  };
-  this.faces.set(key, face);
-  this.lastFace = { name: font.name, size: font.size, bold: !!font.bold, italic: !!font.italic, face: face };
-  return face;
+  em = { ascUnits: ascUnits, descUnits: descUnits, sameAdvances: !!entry && sameAdvances(ctx, entry) };
+  this.ems.set(key, em);
+  return em;
 };
 
 // Setting a canvas font parses it: skipped while the face's font is on.

@@ -131,6 +131,31 @@ test('a font with the table\'s design advances is measured by the table', { skip
   }
 });
 
+test('a font shown in several sizes is measured at the metric size once, with the same heights', () => {
+  const doc = fakeDocument(() => ({ upem: 2048, of: () => 1100 }));
+  const calls = new Map();
+  const measure = doc.ctx.measureText;
+  doc.ctx.measureText = function (text) {
+    if (/ 2048px /.test(' ' + this.font)) calls.set(this.font, (calls.get(this.font) || 0) + 1);
+    return measure.call(this, text);
+  };
+  const m = new KP.CanvasMeasure(doc);
+  const font = (size, bold, italic) => ({ name: 'Arial', size, bold, italic });
+  m.TextHeight(font(8, true, false));
+  const perFont = [...calls.values()][0];
+  assert.ok(perFont > 1);
+  const heights = [8, 9, 10, 11, 12].map((size) => m.TextHeight(font(size, true, false)));
+  // Another style is a font of its own, measured once too.
+  for (const size of [9, 14]) {
+    m.TextHeight(font(size, true, true));
+    m.TextHeight(font(size, false, false));
+  }
+  assert.equal(calls.size, 3);
+  for (const [css, n] of calls) assert.equal(n, perFont, css);
+  // Each size scales the one measurement: 0.9 and 0.2 of the size, to 1/64 pixel each.
+  assert.deepEqual(heights, [8, 9, 10, 11, 12].map((px) => (Math.round(0.9 * px * 64) + Math.round(0.2 * px * 64)) / 64));
+});
+
 test('past the table\'s largest size the advances are the rounded design ones', { skip: !fontsInstalled() }, () => {
   const fonts = liberation();
   const m = new KP.CanvasMeasure(fakeDocument(fonts));
