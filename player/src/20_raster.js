@@ -98,6 +98,8 @@ KP.copyOpaque = function (dst, dx, dy, w, h, src, sx, sy) {
   }
 };
 
+// A view of a whole buffer. Composing asks for the same one a thousand
+// times, so the last one is kept.
 let wholeOf = null, wholeView = null;
 function wholeBuffer(buffer) {
   if (buffer !== wholeOf) {
