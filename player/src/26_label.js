@@ -52,32 +52,36 @@ function printRuns(measure, font, shown) {
 KP.StampRuns = function (dst, runs, stamps) {
   if (dst.w <= 0 || stamps.length === 0) return;
   const w = dst.w, h = dst.h, px = dst.px;
-  // The line's points and its ink box are looked up once for all stamps.
-  const pts = [], dxs = [];
-  let x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+  // The line's ink box, for the stamps that need no clipping.
+  let x0 = 0, y0 = 0, x1 = 0, y1 = 0, any = false;
   for (let r = 0; r < runs.length; ++r) {
     const g = runs[r][1];
-    if (!g || g.width <= 0 || g.height <= 0) continue;
+    if (!glyphsShow(g)) continue;
     const gx = runs[r][0] + g.originX;
-    if (!pts.length || gx < x0) x0 = gx;
-    if (!pts.length || g.originY < y0) y0 = g.originY;
-    if (!pts.length || gx + g.width > x1) x1 = gx + g.width;
-    if (!pts.length || g.originY + g.height > y1) y1 = g.originY + g.height;
-    pts.push(glyphPoints(g));
-    dxs.push(runs[r][0]);
+    if (!any || gx < x0) x0 = gx;
+    if (!any || g.originY < y0) y0 = g.originY;
+    if (!any || gx + g.width > x1) x1 = gx + g.width;
+    if (!any || g.originY + g.height > y1) y1 = g.originY + g.height;
+    any = true;
   }
-  if (!pts.length) return;
+  if (!any) return;
   // Each stamp is one colour, so its characters may go in any order;
   // stamps keep theirs, a later one covering an earlier one.
   for (let m = 0; m < stamps.length; m += 3) {
     const sx = stamps[m], sy = stamps[m + 1], p = KP.toPixel(stamps[m + 2]) | 0;
     const inside = sx + x0 >= 0 && sy + y0 >= 0 && sx + x1 <= w && sy + y1 <= h;
-    for (let r = 0; r < pts.length; ++r) {
-      if (inside) stampInside(px, w, pts[r], sx + dxs[r], sy, p);
-      else stampClipped(px, w, h, pts[r], sx + dxs[r], sy, p);
+    for (let r = 0; r < runs.length; ++r) {
+      const g = runs[r][1];
+      if (!glyphsShow(g)) continue;
+      if (inside) stampInside(px, w, glyphPoints(g), sx + runs[r][0], sy, p);
+      else stampClipped(px, w, h, glyphPoints(g), sx + runs[r][0], sy, p);
     }
   }
 };
+
+function glyphsShow(g) {
+  return !!g && g.width > 0 && g.height > 0;
+}
 
 // The loops of a stamp stand by themselves: the browser compiles a hot
 // loop with the function around it, and small ones compile fast.

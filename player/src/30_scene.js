@@ -46,19 +46,22 @@ KP.Scene.prototype.surface = function (i) {
 KP.Scene.prototype.reserve = function (head) {
   head = head > 0 ? head | 0 : 0;
   let total = 0;
-  const sizes = [];
-  for (let i = 1; i < this.buttons.length; ++i) {
+  const n = this.buttons.length;
+  const sizes = new Int32Array(2 * n);
+  for (let i = 1; i < n; ++i) {
     const b = this.buttons[i];
     const w = b && b.Width > 0 ? b.Width | 0 : 0, h = b && b.Height > 0 ? b.Height | 0 : 0;
-    sizes[i] = w && h ? [w, h] : [0, 0];
-    total += sizes[i][0] * sizes[i][1];
+    if (!w || !h) continue;
+    sizes[2 * i] = w;
+    sizes[2 * i + 1] = h;
+    total += w * h;
   }
   if (total <= 0 || head + total > (1 << 26)) return null;
   const pool = new Uint32Array(head + total).fill(PX_OPAQUE | 0);
   let at = head;
-  for (let i = 1; i < this.buttons.length; ++i) {
+  for (let i = 1; i < n; ++i) {
     if (this.surfaces[i]) continue;
-    const [w, h] = sizes[i];
+    const w = sizes[2 * i], h = sizes[2 * i + 1];
     this.surfaces[i] = { w: w, h: h, px: pool.subarray(at, at + w * h), backColor: 0xFFFFFF, Left: 0, Top: 0 };
     at += w * h;
   }
