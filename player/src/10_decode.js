@@ -28,8 +28,8 @@ function unpackInto(value, out) {
         continue;
       }
     }
-    let j = i;
-    while (j < n && value.charCodeAt(j) !== 124) ++j;
+    let j = value.indexOf('|', i);
+    if (j < 0) j = n;
     out[m++] = value.slice(i, j);
     i = j + 1;
   }
