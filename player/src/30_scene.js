@@ -57,7 +57,8 @@ KP.Scene.prototype.reserve = function (head) {
     total += w * h;
   }
   if (total <= 0 || head + total > (1 << 26)) return null;
-  const pool = new Uint32Array(head + total).fill(PX_OPAQUE | 0);
+  // The head is composed over before it is shown; surfaces start opaque.
+  const pool = new Uint32Array(head + total).fill(PX_OPAQUE | 0, head);
   let at = head;
   for (let i = 1; i < n; ++i) {
     if (this.surfaces[i]) continue;
