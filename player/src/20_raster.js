@@ -71,6 +71,11 @@ KP.bitBlt = function (dst, dx, dy, w, h, src, sx, sy, rop) {
     for (let y = 0; y < h; ++y) part.set(spx.subarray((sy + y) * sw + sx, (sy + y) * sw + sx + w), y * w);
     spx = part; sw = w; sx = 0; sy = 0;
   }
+  // Surfaces hold opaque pixels only, so a copy moves rows as they are.
+  if (rop === KP.SRCCOPY) {
+    KP.copyOpaque(dst, dx, dy, w, h, { w: sw, px: spx }, sx, sy);
+    return;
+  }
   const d = dst.px;
   for (let y = 0; y < h; ++y) pxBlendRow(d, (dy + y) * dst.w + dx, spx, (sy + y) * sw + sx, w, rop);
 };

@@ -14,6 +14,7 @@ KP.pictureFromRGBA = function (w, h, rgba) {
   h = Math.max(0, h | 0);
   if (w === 0 || h === 0) w = h = 0;
   const obj = new Uint32Array(w * h), mask = new Uint32Array(w * h);
+  let seeThrough = 0;
   for (let k = 0, o = 0; k < w * h; ++k, o += 4) {
     const a = rgba[o + 3];
     let black = 0, white = 0;
@@ -24,8 +25,11 @@ KP.pictureFromRGBA = function (w, h, rgba) {
     }
     obj[k] = 0xFF000000 | black;
     mask[k] = 0xFF000000 | (black ^ white);
+    seeThrough |= black ^ white;
   }
-  return { w: w, h: h, obj: obj, mask: mask };
+  // With a black mask, laying the picture over anything gives the picture
+  // itself: `opaque` lets that be one copy instead of two passes.
+  return { w: w, h: h, obj: obj, mask: mask, opaque: seeThrough === 0 };
 };
 
 // The surfaces a raster operation takes.

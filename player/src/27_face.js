@@ -4,11 +4,19 @@
 // The mask cuts the picture's shape out to black, then the picture (black
 // where transparent) is laid into the hole.
 KP.overlayPicture = function (dst, pic, x, y) {
+  if (pic.opaque) {
+    KP.bitBlt(dst, x, y, pic.w, pic.h, KP.pictureObj(pic), 0, 0, KP.SRCCOPY);
+    return;
+  }
   KP.bitBlt(dst, x, y, pic.w, pic.h, KP.pictureMask(pic), 0, 0, KP.SRCAND);
   KP.bitBlt(dst, x, y, pic.w, pic.h, KP.pictureObj(pic), 0, 0, KP.SRCPAINT);
 };
 
 KP.stretchPicture = function (dst, pic, x, y, w, h) {
+  if (pic.opaque) {
+    KP.stretchBlt(dst, x, y, w, h, KP.pictureObj(pic), 0, 0, pic.w, pic.h, KP.SRCCOPY);
+    return;
+  }
   KP.stretchBlt(dst, x, y, w, h, KP.pictureMask(pic), 0, 0, pic.w, pic.h, KP.SRCAND);
   KP.stretchBlt(dst, x, y, w, h, KP.pictureObj(pic), 0, 0, pic.w, pic.h, KP.SRCPAINT);
 };

@@ -246,6 +246,34 @@ test('a picture mask is the picture over black XOR the picture over white', () =
     over(50, 128, 0) ^ over(50, 128, 255)));
 });
 
+test('a picture is opaque when its mask is all black, and then laid over or stretched as through its mask', () => {
+  const rnd = numbers(7);
+  const rgba = (w, h, alpha) => Uint8Array.from({ length: w * h * 4 }, (_, k) => (k % 4 === 3 ? alpha(k >> 2) : rnd() & 255));
+  const solid = KP.pictureFromRGBA(5, 4, rgba(5, 4, () => 255));
+  assert.equal(solid.opaque, true);
+  // A corner half see-through, or one pixel of alpha 0 over black, is not opaque.
+  assert.equal(KP.pictureFromRGBA(5, 4, rgba(5, 4, (k) => (k === 19 ? 128 : 255))).opaque, false);
+  assert.equal(KP.pictureFromRGBA(2, 1, Uint8Array.from([0, 0, 0, 255, 0, 0, 0, 0])).opaque, false);
+  const throughMask = { ...solid, opaque: false };
+  const ground = () => {
+    const s = KP.newSurface(12, 9, 0);
+    for (let k = 0; k < s.px.length; ++k) s.px[k] = (0xFF000000 | (rnd() & 0xFFFFFF)) >>> 0;
+    return s;
+  };
+  for (const [x, y] of [[0, 0], [3, 2], [-2, -1], [9, 7]]) {
+    const a = ground(), b = KP.newSurface(12, 9, 0);
+    b.px.set(a.px);
+    KP.overlayPicture(a, solid, x, y);
+    KP.overlayPicture(b, throughMask, x, y);
+    assert.deepEqual(Array.from(a.px), Array.from(b.px), `over at ${x}, ${y}`);
+    const c = ground(), d = KP.newSurface(12, 9, 0);
+    d.px.set(c.px);
+    KP.stretchPicture(c, solid, x, y, 9, 7);
+    KP.stretchPicture(d, throughMask, x, y, 9, 7);
+    assert.deepEqual(Array.from(c.px), Array.from(d.px), `stretched at ${x}, ${y}`);
+  }
+});
+
 test('the rounding of fractional positions is half to even, and out of range overflows', () => {
   assert.deepEqual([0.5, 1.5, 2.5, -0.5, -1.5, 7.5, 6.5].map(KP.roundEven), [0, 2, 2, 0, -2, 8, 6]);
   assert.throws(() => KP.cint(32767.6), (e) => e === KP.Overflow);
