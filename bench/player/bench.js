@@ -1,6 +1,7 @@
 // The player's speed in Debian's headless Chromium: from page load to the
 // bar drawn, for the demo project and for projects of 100, 500 and 1001
-// buttons, and the time to switch a face under the pointer.
+// buttons, the time to switch a face under the pointer, and what the first
+// hovers over a freshly drawn bar cost.
 //
 //   node bench/player/bench.js            (after scripts/build.sh)
 //
@@ -101,6 +102,40 @@ async function switchTime(url, a, b) {
   return result;
 }
 
+// The first pointer move over each of the first twelve visible buttons,
+// half a second after the bar is drawn: what a visitor's first hovers
+// cost, setting up a label's font and glyphs included. Medians over a few
+// loads of the median and of the slowest of the twelve.
+async function firstHoverTime(url) {
+  const medians = [], slowest = [];
+  for (let k = 0; k < Math.min(RUNS, 5); k++) {
+    const page = await h.openPage(url);
+    const times = await page.evaluate(async () => {
+      const bar = window.KestrelPanePlayer.bars[0];
+      await bar.ready;
+      await new Promise((resolve) => setTimeout(resolve, 500));
+      const box = bar.canvas.getBoundingClientRect();
+      const out = [];
+      for (let i = 1; i < bar.buttons.length && out.length < 12; i++) {
+        const b = bar.buttons[i];
+        if (b.Hidden) continue;
+        const ev = new PointerEvent('pointermove', {
+          clientX: box.left + b.x + b.Width / 2, clientY: box.top + b.y + b.Height / 2,
+          bubbles: true, pointerType: 'mouse', pointerId: 1,
+        });
+        const t0 = performance.now();
+        bar.canvas.dispatchEvent(ev);
+        out.push(performance.now() - t0);
+      }
+      return out;
+    });
+    await page.closeAll();
+    medians.push(median(times));
+    slowest.push(Math.max(...times));
+  }
+  return { median: median(medians), slowest: median(slowest) };
+}
+
 async function measure(label, project, a, b, traced) {
   const pagePath = h.buildProject(project);
   const server = await h.serve(path.dirname(pagePath));
@@ -109,11 +144,13 @@ async function measure(label, project, a, b, traced) {
     const loads = [];
     for (let k = 0; k < RUNS; k++) loads.push(await loadTime(url));
     const sw = await switchTime(url, a, b);
+    const first = await firstHoverTime(url);
     const f = (v) => v.toFixed(1).padStart(6);
     console.log(`${label.padEnd(22)} navigation to drawn ${f(median(loads.map((t) => t.drawn)))} ms` +
       ` (page parsed ${f(median(loads.map((t) => t.dcl)))}, player ${f(median(loads.map((t) => t.drawn - t.boot)))},` +
       ` loaded to drawn ${f(median(loads.map((t) => t.drawn - t.dcl)))})` +
-      `   face switch median ${sw.median.toFixed(2)} ms, p95 ${sw.p95.toFixed(2)} ms`);
+      `   face switch median ${sw.median.toFixed(2)} ms, p95 ${sw.p95.toFixed(2)} ms,` +
+      ` first hovers median ${first.median.toFixed(2)} ms, slowest ${first.slowest.toFixed(2)} ms`);
     if (traced) {
       const busy = [];
       for (let k = 0; k < RUNS; k++) busy.push(await busyTime(url));

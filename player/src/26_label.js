@@ -119,6 +119,12 @@ function labelFont(FontName, FontSize, Bold, Italic) {
   return { name: KP.PrintedFontName(FontName), size: FontSize, bold: Bold, italic: Italic };
 }
 
+// The font of button b's label in state s.
+function stateFont(b, s) {
+  const style = b.FontStyle[s];
+  return labelFont(b.Font[s], b.FontSize[s], style === 1 || style === 3, style === 2 || style === 3);
+}
+
 // What printing a line needs: its height and its glyph runs. A measure
 // that keeps them (the canvas measure) answers a line it has seen with
 // one lookup.
@@ -205,10 +211,7 @@ function lineHeight(measure, font, line, ps) {
 KP.DrawLabel = function (surface, measure, b, s, applet) {
   const f32 = Math.fround;
   try {
-    const style = b.FontStyle[s];
-    const bold = style === 1 || style === 3;
-    const italic = style === 2 || style === 3;
-    const font = labelFont(b.Font[s], b.FontSize[s], bold, italic);
+    const font = stateFont(b, s);
     // Measured as stored; only the print shows the escapes.
     const lines = KP.SplitLabel(b.Label[s]);
     const N = lines.length;
@@ -247,6 +250,16 @@ KP.DrawLabel = function (surface, measure, b, s, applet) {
     }
   } catch (e) {
     if (e !== KP.Overflow) throw e;
+  }
+};
+
+// What printing button b's label in state s needs, set up ahead in the
+// measure: its font's face and the glyphs of each line. Draws nothing.
+KP.WarmLabel = function (measure, b, s) {
+  const font = stateFont(b, s);
+  const lines = KP.SplitLabel(b.Label[s]);
+  for (let k = 0; k < lines.length; ++k) {
+    if (lines[k]) setupPrint(measure, lines[k], font);
   }
 };
 

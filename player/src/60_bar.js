@@ -16,6 +16,8 @@ const BAR_FONTS = ['Arial, Helvetica, sans-serif', '"Courier New", Courier, mono
 // Scrolling faster than this only burns the processor; the old applets
 // could not go faster either.
 const BAR_MIN_SCROLL_DELAY = 10;
+// At most this many buttons have their labels set up ahead (see _warmLabels).
+const BAR_WARM_BUTTONS = 2000;
 const BAR_STYLE_ID = 'kestrelpane-bar-style';
 
 function barNow() {
@@ -276,6 +278,37 @@ const BarCore = class {
     this._preloadSounds();
     this._startScroll();
     this._run(a.AppletProgramStart);
+    this._warmLabels();
+  }
+
+  // The labels of every state are set up in idle time after the first
+  // drawing. A label's first print in a font waits on the browser for the
+  // font and draws its glyphs, which made a button's first hover take up
+  // to 6 ms. The measure keeps 8192 lines a font, so a bar of more
+  // buttons than this warms would only push out the lines it shows.
+  _warmLabels() {
+    const measure = this.scene && this.scene.measure;
+    if (!measure || !measure.PrintSetup) return;
+    const win = this.win;
+    const later = win.requestIdleCallback ? (f) => win.requestIdleCallback(f, { timeout: 2000 })
+      : (f) => setTimeout(f, 50);
+    const last = Math.min(this.count, BAR_WARM_BUTTONS);
+    let i = 1;
+    const work = (deadline) => {
+      const stop = barNow() + (deadline && deadline.timeRemaining ? deadline.timeRemaining() : 5);
+      do {
+        const b = this.buttons[i++];
+        for (let s = 1; s <= 3; s++) {
+          try {
+            KP.WarmLabel(measure, b, s);
+          } catch (e) {
+            // The drawing of that state will meet it and say so.
+          }
+        }
+      } while (i <= last && barNow() < stop - 1);
+      if (i <= last) later(work);
+    };
+    if (last >= 1) later(work);
   }
 
   // One bad button leaves the others drawn.

@@ -556,3 +556,34 @@ test('while the page is still being read, a block keeps its bar\'s place and hid
     await s.close();
   }
 });
+
+test('after the first drawing, the labels of every state are set up in idle time, before any hover', async () => {
+  const s = await S.openBar(APPLET, [
+    plain({ x: 10, y: 10, sBName: 'A', Label: ['Up', 'Over here', 'Down low'], FontSize: [10, 14, 12],
+      FontStyle: [0, 2, 1] }),
+    plain({ x: 100, y: 10, sBName: 'B', Label: 'Plain' }),
+  ]);
+  try {
+    const { page } = s;
+    // Whether the measure holds state st's line of button 1, in its face
+    // (the record carries pixel sizes).
+    const setUp = (st) => page.evaluate((st) => {
+      const bar = window.KestrelPanePlayer.bars[0];
+      const b = bar.buttons[1], m = bar.scene.measure;
+      const key = 'Arial\x1f' + b.FontSize[st] + (st === 3 ? 'b' : '-') + (st === 2 ? 'i' : '-');
+      const face = m.faces.get(key);
+      return !!(face && face.prints && face.prints.has(b.Label[st]));
+    }, st);
+    assert.equal(await page.evaluate(() => window.KestrelPanePlayer.bars[0].scene.state[1]), 1);
+    const deadline = Date.now() + 5000;
+    while (!(await setUp(2) && await setUp(3)) && Date.now() < deadline) await page.waitForTimeout(50);
+    assert.equal(await setUp(2), true, 'the OVER line is set up');
+    assert.equal(await setUp(3), true, 'the DOWN line is set up');
+    assert.equal(await page.evaluate(() => window.KestrelPanePlayer.bars[0].scene.state[1]), 1, 'no hover yet');
+    // The hover then shows the face it set up for.
+    await S.moveTo(page, 30, 20);
+    assert.equal(await page.evaluate(() => window.KestrelPanePlayer.bars[0].scene.state[1]), 2);
+  } finally {
+    await s.close();
+  }
+});
