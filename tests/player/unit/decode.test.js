@@ -18,6 +18,13 @@ function pack(fields) {
   return line;
 }
 
+// A button value of 91 fields, all "0" but the given ones (0-based).
+function recordWith(fields) {
+  const all = new Array(91).fill('0');
+  for (const [k, v] of Object.entries(fields)) all[k] = v;
+  return all.join('|') + '|';
+}
+
 test('unpack: equal neighbours of different meaning repeat the field before', () => {
   assert.deepEqual(KP.unpack('10|^|100|'), ['10', '10', '100']);
 });
@@ -115,11 +122,7 @@ test('decodeButton reads the second button: picture, sound, target, tip and esca
 });
 
 test('decodeButton undoes the text escapes of labels, links and names', () => {
-  const fields = new Array(91).fill('0');
-  fields[71] = 'a&!3b&!2c&!4d';
-  fields[74] = 'javascript:go(&!2x&!2)';
-  fields[90] = 'My&!0Button&!1x';
-  const b = KP.decodeButton(fields.join('|') + '|', 7);
+  const b = KP.decodeButton(recordWith({ 71: 'a&!3b&!2c&!4d', 74: 'javascript:go(&!2x&!2)', 90: 'My&!0Button&!1x' }), 7);
   assert.equal(b.Label[1], 'a|b"c^d');
   assert.equal(b.URL, 'javascript:go("x")');
   assert.equal(b.sBName, 'My Button;x');
@@ -133,19 +136,16 @@ test('decodeButton reads each flag bit by itself', () => {
     [4096, 'SoundStop', 1], [16384, 'SoundStop', 3], [65536, 'SoundLoop', 2], [131072, 'SoundLoop', 3],
   ];
   for (const [bitValue, key, s] of names) {
-    const fields = new Array(91).fill('0');
-    fields[4] = String(bitValue);
-    const b = KP.decodeButton(fields.join('|') + '|', 1);
+    const b = KP.decodeButton(recordWith({ 4: String(bitValue) }), 1);
     assert.equal(s ? b[key][s] : b[key], true, key);
     assert.equal(b.Hidden === true, bitValue === 32);
   }
 });
 
 test('buttons share a triple of three equal fields, and setting one state copies it for that button only', () => {
-  const fields = new Array(91).fill('0');
-  for (let k = 9; k <= 14; k++) fields[k] = '808080';
-  const a = KP.decodeButton(fields.join('|') + '|', 1);
-  const b = KP.decodeButton(fields.join('|') + '|', 2);
+  const value = recordWith({ 9: '808080', 10: '808080', 11: '808080', 12: '808080', 13: '808080', 14: '808080' });
+  const a = KP.decodeButton(value, 1);
+  const b = KP.decodeButton(value, 2);
   // BackColor reads fields 10, 12 and 14.
   assert.equal(a.BackColor, b.BackColor);
   assert.ok(Object.isFrozen(a.BackColor));
@@ -167,12 +167,9 @@ test('buttons share a triple of three equal fields, and setting one state copies
 });
 
 test('three different fields make a triple of the button\'s own', () => {
-  const fields = new Array(91).fill('0');
-  fields[5] = 'FF';
-  fields[6] = 'FF00';
-  fields[7] = 'FF0000';
-  const a = KP.decodeButton(fields.join('|') + '|', 1);
-  const b = KP.decodeButton(fields.join('|') + '|', 2);
+  const value = recordWith({ 5: 'FF', 6: 'FF00', 7: 'FF0000' });
+  const a = KP.decodeButton(value, 1);
+  const b = KP.decodeButton(value, 2);
   assert.notEqual(a.FontColor, b.FontColor);
   assert.deepEqual(a.FontColor.slice(1), [0xff0000, 0x00ff00, 0x0000ff]);
 });
@@ -210,11 +207,7 @@ test('decodeApplet reads the worked example applet record', () => {
 });
 
 test('numbers are an optional sign and decimal digits; anything else reads as 0', () => {
-  const field = (v) => {
-    const fields = new Array(91).fill('0');
-    fields[0] = v;
-    return KP.decodeButton(fields.join('|') + '|', 1).x;
-  };
+  const field = (v) => KP.decodeButton(recordWith({ 0: v }), 1).x;
   assert.equal(field('15'), 15);
   assert.equal(field('-20'), -20);
   assert.equal(field('+7'), 7);
