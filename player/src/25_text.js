@@ -149,7 +149,6 @@ KP.CanvasMeasure.prototype.face = function (font) {
     this.lastFace = null;
   }
   const px = Math.max(1, font.size | 0);
-  const ctx = this.ctx;
   const css = cssFontOf(font);
   const entry = tableFaceOf(KP.ResolveFontFamily(font.name), font);
   const em = this.emMetrics(css.replace(/\d+px/, METRIC_EM + 'px'), font.name, entry);
