@@ -73,8 +73,9 @@ KP.StampRuns = function (dst, runs, stamps) {
     for (let r = 0; r < runs.length; ++r) {
       const g = runs[r][1];
       if (!glyphsShow(g)) continue;
-      if (inside) stampInside(px, w, glyphPoints(g), sx + runs[r][0], sy, p);
-      else stampClipped(px, w, h, glyphPoints(g), sx + runs[r][0], sy, p);
+      const q = glyphPoints(g), ox = sx + runs[r][0];
+      if (inside) stampInside(px, w, q, ox, sy, p);
+      else stampClipped(px, w, h, q, ox, sy, p);
     }
   }
 };
